@@ -1,0 +1,7 @@
+# hk_enable_sanitizers(<target>): compiles and links the target with the sanitizers named in HK_SANITIZE.
+function(hk_enable_sanitizers target)
+    if(HK_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${HK_SANITIZE} -fno-omit-frame-pointer -g)
+        target_link_options(${target} PRIVATE -fsanitize=${HK_SANITIZE})
+    endif()
+endfunction()

@@ -1,0 +1,7 @@
+#include <pkBase/AbstractProgress.h>
+
+namespace pkBase {
+
+AbstractProgress::~AbstractProgress() = default;
+
+} // namespace pkBase

@@ -1,0 +1,67 @@
+#include <tarqa/utilities/Hardware.h>
+
+#include <gtest/gtest.h>
+
+#include <ios>
+#include <sstream>
+
+#include <sched.h>
+
+#include <sys/utsname.h>
+
+using tarqa::utilities::Hardware;
+
+TEST(Hardware, KernelIsTheOneThatRuns)
+{
+    utsname facts;
+    ASSERT_EQ(uname(&facts), 0);
+    const std::string kernel = Hardware::kernel();
+    EXPECT_EQ(kernel, "linux " + std::string(facts.release));
+}
+
+TEST(Hardware, TellsOperatingSystemAndMemory)
+{
+    EXPECT_NE(Hardware::operating_system(), "");
+    EXPECT_GT(Hardware::physical_memory(), 1024ull * 1024);
+}
+
+TEST(Hardware, CountsTheProcessorsThatThisProcessMayUse)
+{
+    cpu_set_t allowed;
+    ASSERT_EQ(sched_getaffinity(0, sizeof allowed, &allowed), 0);
+    EXPECT_EQ(Hardware::processor_count(), static_cast<unsigned int>(CPU_COUNT(&allowed)));
+    int first = 0;
+    while (!CPU_ISSET(first, &allowed)) {
+        ++first;
+    }
+    CPU_ZERO(&allowed);
+    CPU_SET(first, &allowed);
+    ASSERT_EQ(sched_setaffinity(0, sizeof allowed, &allowed), 0);
+    EXPECT_EQ(Hardware::processor_count(), 1u);
+}
+
+TEST(Hardware, LogIsOneLinePerKnownFact)
+{
+    std::ostringstream stream;
+    stream << std::hex << std::showbase;
+    Hardware::write_to_log(stream);
+    const std::string text = stream.str();
+    ASSERT_FALSE(text.empty());
+    EXPECT_EQ(text.back(), '\n');
+    EXPECT_EQ(text.rfind("Operating system: " + Hardware::operating_system()
+                      + "\nKernel: " + Hardware::kernel() + "\n",
+                  0),
+        0u);
+    EXPECT_NE(text.find("\nLogical processors: " + std::to_string(Hardware::processor_count()) + "\n"),
+        std::string::npos);
+    EXPECT_NE(text.find("\nPhysical memory: " + std::to_string(Hardware::physical_memory() / (1024 * 1024))
+                  + " MiB\n"),
+        std::string::npos);
+    EXPECT_EQ(text.find("\nProcessor: ") != std::string::npos, !Hardware::processor().empty());
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t colon = line.find(": ");
+        ASSERT_NE(colon, std::string::npos) << line;
+        EXPECT_GT(line.size(), colon + 2) << line;
+    }
+}
