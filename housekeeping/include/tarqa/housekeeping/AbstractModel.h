@@ -1,0 +1,62 @@
+#pragma once
+
+#include <tarqa/housekeeping/DocumentId.h>
+
+#include <QtCore/QString>
+
+#include <string>
+
+namespace tarqa::housekeeping {
+
+class AbstractDocument;
+
+/**
+ * The domain data of a document, behind the operations that the document forwards to it.
+ *
+ * The host derives its models from it, makes one (directly or through AbstractModelFactory) and attaches it
+ * with set_parent_document(); the document owns it through a shared pointer and it dies with the document.
+ */
+class TQ_HK_EXPORT AbstractModel
+{
+public:
+    virtual ~AbstractModel();
+
+    // The concrete model's own operations come here.
+
+    /// True if the model holds no data.
+    virtual bool empty() const = 0;
+    /// How many items the model holds.
+    virtual unsigned long long size() const = 0;
+    /// Removes all data.
+    virtual void clear() = 0;
+    /// The document is about to go; the base does nothing.
+    virtual void close();
+    /// Makes @p document the model's owner: takes over its id.
+    virtual void set_parent_document(AbstractDocument& document);
+    /// The kind of document that the model makes of its owner.
+    virtual const std::string& document_type() const = 0;
+    /// Sets up, merges and names the database behind the model, for models that have one.
+    virtual void setupDatabase(const QString& path) = 0;
+    virtual void mergeDatabase(const QString& path) = 0;
+    virtual QString getDatabasePath() = 0;
+
+    /// The id of the document that owns this model; a fresh id of no document until there is one.
+    const DocumentId& id() const { return m_id; }
+    /// The document that owns this model.
+    /// @throws HousekeepingException (1014) if no such document is registered; a null id is also logged
+    AbstractDocument& parent_document() const;
+    /// Never throws.
+    bool parent_document_exists() const;
+
+protected:
+    AbstractModel();
+    AbstractModel(const AbstractModel&) = delete;
+    AbstractModel& operator=(const AbstractModel&) = delete;
+
+private:
+    friend class TestAccess;
+
+    DocumentId m_id = DocumentId::null();
+};
+
+} // namespace tarqa::housekeeping

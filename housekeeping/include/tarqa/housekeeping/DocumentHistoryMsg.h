@@ -1,0 +1,34 @@
+#pragma once
+
+#include <tarqa/housekeeping/MessageFamily.h>
+
+namespace tarqa::housekeeping {
+
+class DocumentHistoryMsg;
+extern template class TQ_HK_EXPORT MessageFamily<DocumentHistoryMsg>;
+
+/// Announces that the undo or redo stack of some document changed; sent from the stack, in the thread of the
+/// change.
+class TQ_HK_EXPORT DocumentHistoryMsg : public MessageFamily<DocumentHistoryMsg>
+{
+    Q_OBJECT
+
+public:
+    static const char* type_name() { return "housekeeping::DocumentHistoryMsg"; }
+
+    DocumentHistoryMsg();
+    DocumentHistoryMsg(const DocumentHistoryMsg&);
+    ~DocumentHistoryMsg() override;
+
+signals:
+    void message_dispatched(housekeeping::DocumentHistoryMsg&);
+
+private:
+    friend class MessageFamily<DocumentHistoryMsg>;
+    friend class TestAccess;
+    void class_instance_dispatch(DocumentHistoryMsg* p_message);
+
+    int m_kind = 0; // always 0 as sent; reserved for telling the stacks apart
+};
+
+} // namespace tarqa::housekeeping

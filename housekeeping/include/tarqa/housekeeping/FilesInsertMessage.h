@@ -1,0 +1,43 @@
+#pragma once
+
+#include <tarqa/housekeeping/DocumentId.h>
+#include <tarqa/housekeeping/MessageFamily.h>
+
+#include <string>
+#include <vector>
+
+namespace tarqa::housekeeping {
+
+class FilesInsertMessage;
+extern template class TQ_HK_EXPORT MessageFamily<FilesInsertMessage>;
+
+/// Asks the host to insert the listed files into a document; the framework neither sends nor receives it.
+class TQ_HK_EXPORT FilesInsertMessage : public MessageFamily<FilesInsertMessage>
+{
+    Q_OBJECT
+
+public:
+    static const char* type_name() { return "housekeeping::FilesInsertMessage"; }
+
+    FilesInsertMessage();
+    FilesInsertMessage(const FilesInsertMessage&);
+    ~FilesInsertMessage() override;
+
+    void documentId(DocumentId id) { m_document_id = id; }
+    DocumentId documentId() const { return m_document_id; }
+    void files(const std::vector<std::string>& files) { m_files = files; }
+    const std::vector<std::string>& files() const { return m_files; }
+
+signals:
+    void message_dispatched(housekeeping::FilesInsertMessage&);
+
+private:
+    friend class MessageFamily<FilesInsertMessage>;
+    friend class TestAccess;
+    void class_instance_dispatch(FilesInsertMessage* p_message);
+
+    DocumentId m_document_id = DocumentId::null();
+    std::vector<std::string> m_files;
+};
+
+} // namespace tarqa::housekeeping

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <tarqa/housekeeping/HousekeepingException.h>
+
+#include <string>
+
+namespace tarqa::housekeeping {
+
+/// A file or directory that cannot be used; carries the faulty path.
+class TQ_HK_EXPORT InvalidPath : public HousekeepingException
+{
+public:
+    /// As HousekeepingException; @p path is the faulty path, UTF-8.
+    InvalidPath(unsigned int code, const std::string& message, const char* file, unsigned int line,
+        const std::string& path);
+    InvalidPath(unsigned int code, const QString& message, const char* file, unsigned int line,
+        const std::string& path);
+    InvalidPath(
+        unsigned int code, const char* message, const char* file, unsigned int line, const std::string& path);
+    InvalidPath(const InvalidPath&);
+    InvalidPath& operator=(const InvalidPath&);
+
+    ~InvalidPath() override;
+    /// The base's text, then a line with the path in double quotes.
+    void log_information(std::ostream& stream) const override;
+    const char* what() const override;
+
+    const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+};
+
+} // namespace tarqa::housekeeping

@@ -1,0 +1,293 @@
+#include <tarqa/housekeeping/AbstractCommand.h>
+
+#include "Assertion.h"
+
+#include <pkBase/AbstractProgress.h>
+#include <tarqa/housekeeping/AbstractDocument.h>
+#include <tarqa/housekeeping/CancelCommandException.h>
+#include <tarqa/housekeeping/CommandManager.h>
+#include <tarqa/housekeeping/CommandMessage.h>
+#include <tarqa/housekeeping/CompositeCommand.h>
+#include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/ErrorHandler.h>
+#include <tarqa/housekeeping/FailedCommandException.h>
+
+#include <exception>
+#include <utility>
+
+namespace tarqa::housekeeping {
+
+namespace {
+
+const char* const s_source = "housekeeping/src/AbstractCommand";
+constexpr unsigned int s_line_of_progress = 136;
+constexpr unsigned int s_line_of_catch = 223;
+constexpr unsigned int s_line_of_unknown = 234;
+constexpr unsigned int s_unknown_error = 2;
+constexpr unsigned int s_cancelled = 1028;
+const char* const s_do = "DO>";
+const char* const s_undo = "UNDO>";
+
+void append_outcome(
+    std::string& protocol, const std::string& name, const std::string& description, bool succeeded)
+{
+    protocol += name;
+    if (!description.empty()) {
+        protocol += ": ";
+        protocol += description;
+    }
+    protocol += succeeded ? " - Succeeded.\n" : " - Failed.\n";
+}
+
+/// A run of a progress sink, closed on every way out.
+class ProgressRun
+{
+public:
+    explicit ProgressRun(pkBase::AbstractProgress* p_progress)
+        : m_p_progress(p_progress)
+    {
+        if (m_p_progress) {
+            m_p_progress->open_run(0);
+        }
+    }
+    ~ProgressRun()
+    {
+        try {
+            close();
+        } catch (const tarqa::Exception& e) {
+            ErrorProtocol::instance().log_exception(e);
+        } catch (const std::exception& e) {
+            ErrorProtocol::instance().log_exception(e);
+        } catch (...) {
+            ErrorProtocol::instance().log_message(
+                "An unknown exception was thrown while progress was closed");
+        }
+    }
+    ProgressRun(const ProgressRun&) = delete;
+    ProgressRun& operator=(const ProgressRun&) = delete;
+
+    void close()
+    {
+        if (pkBase::AbstractProgress* const p_progress = std::exchange(m_p_progress, nullptr)) {
+            p_progress->close_run();
+        }
+    }
+
+private:
+    pkBase::AbstractProgress* m_p_progress; // not owned
+};
+
+void send(AbstractCommand& command, CommandMessage::CommandType type, bool redo)
+{
+    CommandMessage* const p_message = CommandMessage::instance();
+    p_message->id(command.id());
+    p_message->command(&command);
+    p_message->document_id(command.document_id());
+    p_message->setAsRedoCommand(redo);
+    p_message->command_type(type);
+    Message::dispatch(p_message);
+}
+
+} // namespace
+
+AbstractCommand::AbstractCommand(DocumentId document_id, const std::string& name)
+    : m_details(name, std::string(), QIcon())
+    , m_id(CommandManager::instance().createId())
+    , m_document_id(document_id)
+{ }
+
+AbstractCommand::AbstractCommand(const AbstractCommand&) = default;
+AbstractCommand& AbstractCommand::operator=(const AbstractCommand&) = default;
+AbstractCommand::~AbstractCommand() = default;
+
+unsigned long long AbstractCommand::size() const
+{
+    return 1;
+}
+
+void AbstractCommand::rememberGeo(unsigned long long) { }
+
+bool AbstractCommand::stackWith(boost::shared_ptr<AbstractCommand>)
+{
+    return false;
+}
+
+void AbstractCommand::finished(bool) { }
+
+bool AbstractCommand::empty() const
+{
+    return size() == 0;
+}
+
+void AbstractCommand::setName(const std::string& name)
+{
+    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    m_details.setName(name);
+}
+
+void AbstractCommand::setDescription(const std::string& description)
+{
+    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    m_details.setDescription(description);
+}
+
+void AbstractCommand::setIcon(const QIcon& icon)
+{
+    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    m_details.setIcon(icon);
+}
+
+void AbstractCommand::appendDescription(const std::string& text)
+{
+    const std::string& description = m_details.description();
+    setDescription(description.empty() ? text : description + ", " + text);
+}
+
+CommandDetails AbstractCommand::details_copy() const
+{
+    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    return m_details;
+}
+
+void AbstractCommand::progress(unsigned int percentage) const
+{
+    if (!m_progress) {
+        return;
+    }
+    HK_ASSERT_AT(100 >= percentage, "100 >= percentage", s_line_of_progress);
+    throw_if_cancelled();
+    m_progress->set_percentage(percentage);
+}
+
+void AbstractCommand::progress_text(const std::string& text) const
+{
+    if (m_progress) {
+        m_progress->set_text(QString::fromStdString(text));
+    }
+}
+
+void AbstractCommand::throw_if_cancelled() const
+{
+    if (m_cancelled) {
+        throw CancelCommandException(HousekeepingException(
+            s_cancelled, QObject::tr("Command was cancelled by user!"), s_source, __LINE__));
+    }
+}
+
+std::string AbstractCommand::protocol(const char* prefix, bool succeeded) const
+{
+    return protocol(prefix, name(), succeeded);
+}
+
+/// @p name is the one that the command had before the run.
+std::string AbstractCommand::protocol(const char* prefix, const std::string& name, bool succeeded) const
+{
+    std::string text = prefix;
+    text += '\t';
+    append_outcome(text, name, m_details.description(), succeeded);
+    if (const auto* const p_composite = dynamic_cast<const CompositeCommand*>(this)) {
+        for (const auto& child : p_composite->commands()) {
+            if (child.first) {
+                text += "\t* ";
+                append_outcome(text, child.first->name(), child.first->details().description(), child.second);
+            }
+        }
+    }
+    return text;
+}
+
+AbstractCommand::Execute* AbstractCommand::execute_runnable()
+{
+    DocumentManager::instance().document_from_id(m_document_id).set_modified(true);
+    return new Execute(this);
+}
+
+AbstractCommand::UnExecute* AbstractCommand::unexecute_runnable()
+{
+    return new UnExecute(this);
+}
+
+AbstractCommand::Execute::Execute(AbstractCommand* p_command)
+    : m_p_command(p_command)
+{ }
+
+AbstractCommand::Execute::~Execute() = default;
+
+void AbstractCommand::Execute::run(bool redo)
+{
+    AbstractCommand& command = *m_p_command;
+    const std::string name = command.name();
+    ProgressRun progress_run(command.m_progress);
+    const bool succeeded = attempt();
+    command.finished(succeeded);
+    progress_run.close();
+
+    const std::string protocol = command.protocol(s_do, name, succeeded);
+    send(command, succeeded ? CommandMessage::Done : CommandMessage::Failed, redo);
+    ErrorHandler::instance().report_command(protocol);
+}
+
+/// Does the command, and deals with whatever it throws. @return false if it was cancelled or failed as
+/// expected; after any other exception it counts as done, and the program is about to end
+bool AbstractCommand::Execute::attempt()
+{
+    AbstractCommand& command = *m_p_command;
+    try {
+        command.remember();
+        command.do_command();
+    } catch (CancelCommandException&) {
+        command.rollback();
+        command.m_cancelled = false; // the same command can run again
+        return false;
+    } catch (FailedCommandException& e) {
+        ErrorHandler::instance().message(tr("Error").toStdString(), e, QMessageBox::Ok);
+        command.rollback();
+        return false;
+    } catch (tarqa::Exception& e) {
+        e.caught_here(s_source, s_line_of_catch);
+        ErrorHandler::instance().fatal_error(e);
+    } catch (std::exception& e) {
+        ErrorHandler::instance().fatal_error(
+            tr("An unknown serious error has occured in this Command : ").toStdString() + e.what());
+    } catch (...) {
+        const HousekeepingException unknown(s_unknown_error,
+            QObject::tr("An unknown serious error has occured in this Command"), s_source, s_line_of_unknown);
+        ErrorHandler::instance().fatal_error(unknown);
+    }
+    return true;
+}
+
+AbstractCommand::UnExecute::UnExecute(AbstractCommand* p_command)
+    : m_p_command(p_command)
+{ }
+
+AbstractCommand::UnExecute::~UnExecute() = default;
+
+void AbstractCommand::UnExecute::run(bool redo)
+{
+    AbstractCommand& command = *m_p_command;
+    const std::string name = command.name();
+    ProgressRun progress_run(command.m_progress);
+    const auto fatal = [](const char* text) {
+        ErrorHandler::instance().fatal_error(
+            tr("An unknown serious error has occured in this Command UNDO : ").toStdString() + text);
+    };
+    try {
+        command.undo_command();
+    } catch (tarqa::Exception& e) {
+        fatal(e.what());
+    } catch (std::exception& e) {
+        fatal(e.what());
+    } catch (...) {
+        ErrorHandler::instance().fatal_error(
+            tr("An unknown serious error has occured in this Command UNDO").toStdString());
+    }
+    command.finished(true);
+    progress_run.close();
+
+    const std::string protocol = command.protocol(s_undo, name, true); // an undo always counts as done
+    send(command, CommandMessage::Undone, redo);
+    ErrorHandler::instance().report_command(protocol);
+}
+
+} // namespace tarqa::housekeeping

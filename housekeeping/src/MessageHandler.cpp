@@ -1,0 +1,103 @@
+#include <tarqa/housekeeping/MessageHandler.h>
+
+#include <tarqa/housekeeping/Message.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QThread>
+#include <QtCore/QTimer>
+
+#include <atomic>
+
+namespace tarqa::housekeeping {
+
+namespace {
+
+/// Set when the handler has been destroyed for good: what is posted later is lost.
+std::atomic<bool> s_closed{false};
+
+} // namespace
+
+MessageHandler::MessageHandler()
+    : m_timer(new QTimer(this))
+{
+    connect(m_timer, SIGNAL(timeout()), this, SLOT(idleTimeout()));
+}
+
+/// Drops what is still queued: nobody is left who could take it.
+MessageHandler::~MessageHandler() = default;
+
+pkBase::pkSingleton<MessageHandler>& MessageHandler::get_instance()
+{
+    static pkBase::pkSingleton<MessageHandler> s_holder(
+        pkBase::pkDestructionPhase(6), &MessageHandler::destroy_at_shutdown);
+    return s_holder;
+}
+
+MessageHandler& MessageHandler::instance()
+{
+    return get_instance().get();
+}
+
+const MessageHandler& MessageHandler::const_instance()
+{
+    return instance();
+}
+
+void MessageHandler::destroy_instance()
+{
+    get_instance().destroy();
+}
+
+void MessageHandler::destroy_at_shutdown()
+{
+    s_closed = true;
+    destroy_instance();
+}
+
+void MessageHandler::post(Message* msg)
+{
+    if (s_closed) {
+        delete msg;
+        return;
+    }
+    const QMutexLocker lock(&m_mutex);
+    m_queue.append(msg);
+    // A timer that runs already will drain this message too.
+    if (m_queue.size() == 1 || !m_timer_started) {
+        start_timer_locked();
+    }
+}
+
+void MessageHandler::restart()
+{
+    const QMutexLocker lock(&m_mutex);
+    if (!m_queue.isEmpty()) {
+        start_timer_locked();
+    }
+}
+
+void MessageHandler::start_timer_locked()
+{
+    // Without an application object there is no event loop to start a timer in; restart() makes up for it.
+    m_timer_started = QCoreApplication::instance() != nullptr;
+    if (!m_timer_started) {
+        return;
+    }
+    if (QThread::currentThread() == thread()) {
+        m_timer->start();
+    } else {
+        QMetaObject::invokeMethod(m_timer, "start", Qt::QueuedConnection);
+    }
+}
+
+void MessageHandler::idleTimeout()
+{
+    const QMutexLocker lock(&m_mutex); // held while subscribers run: see the class comment
+    while (!m_queue.isEmpty()) {
+        Message::dispatch(m_queue.takeFirst());
+    }
+    m_timer->stop();
+    m_timer_started = false;
+}
+
+} // namespace tarqa::housekeeping

@@ -1,0 +1,7 @@
+#include <tarqa/housekeeping/Runnable.h>
+
+namespace tarqa::housekeeping {
+
+Runnable::~Runnable() = default;
+
+} // namespace tarqa::housekeeping

@@ -1,0 +1,37 @@
+#include <tarqa/housekeeping/Updateable.h>
+
+#include <vector>
+
+namespace tarqa::housekeeping {
+
+Updateable::Updateable() = default;
+Updateable::Updateable(const Updateable&) = default;
+Updateable& Updateable::operator=(const Updateable&) = default;
+Updateable::~Updateable() = default; // deliberately stays registered: views live until shutdown
+
+/// Leaked, so that views of any lifetime may register.
+Updateable::Registry& Updateable::registry()
+{
+    static Registry* const m_s_registry = new Registry;
+    return *m_s_registry;
+}
+
+void Updateable::register_controller(AbstractController* p_controller)
+{
+    registry().insert(std::make_pair(p_controller, this));
+}
+
+void Updateable::update(AbstractController* p_controller)
+{
+    const auto range = registry().equal_range(p_controller);
+    if (range.first == range.second) {
+        return;
+    }
+    // A view may register another one while it updates.
+    const std::vector<Registry::value_type> snapshot(range.first, range.second);
+    for (const Registry::value_type& entry : snapshot) {
+        entry.second->update();
+    }
+}
+
+} // namespace tarqa::housekeeping
