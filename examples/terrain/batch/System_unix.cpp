@@ -1,0 +1,42 @@
+#include "batch/System.h"
+
+#include <csignal>
+
+#include <unistd.h>
+
+namespace terrain {
+
+namespace {
+
+volatile std::sig_atomic_t s_interrupted = 0;
+
+extern "C" void take_interrupt(int)
+{
+    s_interrupted = 1;
+}
+
+} // namespace
+
+void watch_signals()
+{
+    s_interrupted = 0;
+    struct sigaction action = {};
+    action.sa_handler = &take_interrupt;
+    // Without SA_RESTART, so that waiting for the next line of the standard input ends too.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+bool interrupted()
+{
+    return s_interrupted != 0;
+}
+
+bool standard_error_is_terminal()
+{
+    return isatty(STDERR_FILENO) != 0;
+}
+
+} // namespace terrain

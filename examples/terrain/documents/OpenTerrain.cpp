@@ -1,0 +1,78 @@
+#include "documents/OpenTerrain.h"
+
+#include "documents/RasterInformation.h"
+#include "documents/TerrainDocument.h"
+#include "documents/TerrainModel.h"
+#include "io/RasterReader.h"
+
+#include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/utilities/Url.h>
+
+#include <boost/make_shared.hpp>
+
+#include <filesystem>
+#include <map>
+
+namespace terrain {
+
+namespace {
+
+/// A file's URL; the name of a subdataset is no path and stays as it is.
+std::string url_of(const std::string& path)
+{
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored) ? tarqa::utilities::filesystem_to_url(path) : path;
+}
+
+} // namespace
+
+TerrainDocument& open_terrain(const std::string& path)
+{
+    // Everything that may fail comes before the document, so that a failure leaves no trace.
+    const auto information = boost::make_shared<RasterInformation>();
+    Raster raster = read_raster(path, information->band());
+    const auto source = boost::make_shared<housekeeping::DataSource>(url_of(path), information);
+    source->z_units(units_of(raster.unit));
+
+    auto& document
+        = dynamic_cast<TerrainDocument&>(housekeeping::DocumentManager::instance().create_document());
+    document.terrain().raster(std::move(raster));
+    document.datasource(source);
+    document.add_history();
+    document.buildModel();
+    return document;
+}
+
+housekeeping::DataSource::Units units_of(const std::string& unit)
+{
+    using housekeeping::DataSource;
+    static const std::map<QString, DataSource::Units> s_units = {
+        {"in", DataSource::Inches},
+        {"inch", DataSource::Inches},
+        {"inches", DataSource::Inches},
+        {"ft", DataSource::Feet},
+        {"foot", DataSource::Feet},
+        {"feet", DataSource::Feet},
+        {"us survey foot", DataSource::Feet},
+        {"us-ft", DataSource::Feet},
+        {"ftus", DataSource::Feet},
+        {"mi", DataSource::Miles},
+        {"mile", DataSource::Miles},
+        {"miles", DataSource::Miles},
+        {"dm", DataSource::Decimetres},
+        {"decimetre", DataSource::Decimetres},
+        {"km", DataSource::Kilometres},
+        {"kilometre", DataSource::Kilometres},
+        {"kilometer", DataSource::Kilometres},
+        {"s", DataSource::Seconds},
+        {"sec", DataSource::Seconds},
+        {"seconds", DataSource::Seconds},
+        {"ms", DataSource::Milliseconds},
+        {"msec", DataSource::Milliseconds},
+        {"milliseconds", DataSource::Milliseconds},
+    };
+    const auto found = s_units.find(QString::fromStdString(unit).trimmed().toLower());
+    return found == s_units.end() ? DataSource::Metres : found->second;
+}
+
+} // namespace terrain

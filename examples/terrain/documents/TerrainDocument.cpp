@@ -1,0 +1,73 @@
+#include "documents/TerrainDocument.h"
+
+#include "documents/TerrainModel.h"
+
+#include <tarqa/housekeeping/AbstractDocumentFactory.h>
+#include <tarqa/housekeeping/AbstractModelFactory.h>
+
+#include <boost/make_shared.hpp>
+
+namespace terrain {
+
+const char* const TerrainDocument::product_name = "Terrain";
+
+namespace {
+
+class TerrainDocumentFactory : public housekeeping::AbstractDocumentFactory
+{
+public:
+    TerrainDocumentFactory()
+        : AbstractDocumentFactory(TerrainDocument::product_name, true)
+    { }
+    boost::shared_ptr<housekeeping::AbstractDocument> create_product() override
+    {
+        return boost::make_shared<TerrainDocument>();
+    }
+    housekeeping::AbstractDocument* create_unmanaged_product() override { return new TerrainDocument; }
+};
+
+const TerrainDocumentFactory s_factory; // registers itself
+
+} // namespace
+
+TerrainDocument::TerrainDocument()
+{
+    m_model = housekeeping::AbstractModelFactory::create(TerrainModel::product_name);
+    m_model->set_parent_document(*this);
+}
+
+void TerrainDocument::buildModel()
+{
+    AbstractDocument::buildModel();
+}
+
+void TerrainDocument::set_busy(bool busy)
+{
+    m_busy = busy;
+}
+
+bool TerrainDocument::is_busy() const
+{
+    return m_busy;
+}
+
+bool TerrainDocument::request_close(bool, bool)
+{
+    return !is_busy();
+}
+
+void TerrainDocument::set_modified(bool modified)
+{
+    m_modified = modified;
+}
+
+void TerrainDocument::document_created() { }
+
+void TerrainDocument::title_changed() { }
+
+TerrainModel& TerrainDocument::terrain() const
+{
+    return dynamic_cast<TerrainModel&>(model());
+}
+
+} // namespace terrain
