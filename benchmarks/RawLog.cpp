@@ -1,0 +1,33 @@
+#include "RawLog.h"
+
+#include "support/PrivateHome.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+std::string next_file()
+{
+    static int s_count = 0;
+    return support::PrivateHome::scratch_directory() + "/raw_" + std::to_string(++s_count) + ".log";
+}
+
+} // namespace
+
+RawLog::RawLog()
+    : m_file(next_file())
+{ }
+
+void RawLog::append(const std::string& text) const
+{
+    const int descriptor = open(m_file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+    if (descriptor < 0 || write(descriptor, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+        std::perror(m_file.c_str());
+        std::abort();
+    }
+    close(descriptor);
+}

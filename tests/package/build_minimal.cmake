@@ -1,0 +1,23 @@
+# Copies the smallest host, builds it against the installed framework as a host author would, and runs it.
+include("${CMAKE_CURRENT_LIST_DIR}/prefix.cmake")
+
+set(source "${WORK_DIR}/minimal")
+file(REMOVE_RECURSE "${source}")
+file(MAKE_DIRECTORY "${source}")
+file(COPY "${SOURCE_DIR}/examples/minimal/CMakeLists.txt" "${SOURCE_DIR}/examples/minimal/main.cpp"
+    DESTINATION "${source}")
+build_against_prefix("${source}")
+
+# The program must find the libraries of the prefix, not those of the build.
+execute_process(COMMAND ldd "${source}-build/minimal" OUTPUT_VARIABLE libraries)
+foreach(library IN ITEMS tq_hk pkBaseQt pkBase tq_utl)
+    string(FIND "${libraries}" "=> ${PREFIX}/lib" position)
+    string(FIND "${libraries}" "${BINARY_DIR}/lib" in_the_build)
+    if(NOT libraries MATCHES "lib${library}[.]so" OR position EQUAL -1 OR NOT in_the_build EQUAL -1)
+        message(FATAL_ERROR "lib${library} is not that of the prefix:\n${libraries}")
+    endif()
+endforeach()
+
+set(PROGRAM "${source}-build/minimal")
+set(HOME "${WORK_DIR}/installed-minimal-home")
+include("${CMAKE_CURRENT_LIST_DIR}/run_minimal.cmake")
