@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/AbstractCommand.h>
 
 #include "Assertion.h"
+#include "LoggingExceptions.h"
 
 #include <pkBase/AbstractProgress.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
@@ -52,16 +53,7 @@ public:
     }
     ~ProgressRun()
     {
-        try {
-            close();
-        } catch (const tarqa::Exception& e) {
-            ErrorProtocol::instance().log_exception(e);
-        } catch (const std::exception& e) {
-            ErrorProtocol::instance().log_exception(e);
-        } catch (...) {
-            ErrorProtocol::instance().log_message(
-                "An unknown exception was thrown while progress was closed");
-        }
+        logging_exceptions("An unknown exception was thrown while progress was closed", [this] { close(); });
     }
     ProgressRun(const ProgressRun&) = delete;
     ProgressRun& operator=(const ProgressRun&) = delete;

@@ -1,12 +1,12 @@
 #include <tarqa/housekeeping/CommandManager.h>
 
 #include "Assertion.h"
+#include "LoggingExceptions.h"
 
 #include <tarqa/housekeeping/AbstractCommand.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
-#include <tarqa/utilities/Exception.h>
 #include <tarqa/utilities/Pointers.h>
 
 #include <memory>
@@ -28,16 +28,8 @@ public:
     { }
     ~BusyMark()
     {
-        try {
-            clear();
-        } catch (const tarqa::Exception& e) {
-            ErrorProtocol::instance().log_exception(e);
-        } catch (const std::exception& e) {
-            ErrorProtocol::instance().log_exception(e);
-        } catch (...) {
-            ErrorProtocol::instance().log_message(
-                "An unknown exception was thrown while a document became idle");
-        }
+        logging_exceptions(
+            "An unknown exception was thrown while a document became idle", [this] { clear(); });
     }
     BusyMark(const BusyMark&) = delete;
     BusyMark& operator=(const BusyMark&) = delete;

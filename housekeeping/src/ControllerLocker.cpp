@@ -1,8 +1,8 @@
 #include <tarqa/housekeeping/ControllerLocker.h>
 
+#include "LoggingExceptions.h"
+
 #include <tarqa/housekeeping/AbstractController.h>
-#include <tarqa/housekeeping/ErrorProtocol.h>
-#include <tarqa/utilities/Exception.h>
 
 #include <exception>
 
@@ -21,16 +21,8 @@ ControllerLocker::~ControllerLocker() noexcept(false)
         m_controller.release(m_finished);
         return;
     }
-    // A second exception would end the program.
-    try {
-        m_controller.release(m_finished);
-    } catch (const tarqa::Exception& e) {
-        ErrorProtocol::instance().log_exception(e);
-    } catch (const std::exception& e) {
-        ErrorProtocol::instance().log_exception(e);
-    } catch (...) {
-        ErrorProtocol::instance().log_message("An unknown exception was thrown while views were updated");
-    }
+    logging_exceptions("An unknown exception was thrown while views were updated",
+        [this] { m_controller.release(m_finished); });
 }
 
 } // namespace tarqa::housekeeping

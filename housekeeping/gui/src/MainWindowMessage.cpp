@@ -1,15 +1,12 @@
 #include <tarqa/housekeeping/gui/MainWindowMessage.h>
 
 #include "Assertion.h"
-
-#include <tarqa/utilities/Exception.h>
+#include "LoggingExceptions.h"
 
 #include <QtWidgets/QAction>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QToolBar>
-
-#include <exception>
 
 namespace tarqa::housekeeping {
 
@@ -32,20 +29,7 @@ QAction* action_of(QObject* p_entry)
     return qobject_cast<QAction*>(p_entry);
 }
 
-/// Calls @p function; what it throws is logged, since a destructor must not let it pass.
-template <class Function>
-void logging_exceptions(Function function)
-{
-    try {
-        function();
-    } catch (const tarqa::Exception& e) {
-        ErrorProtocol::instance().log_exception(e);
-    } catch (const std::exception& e) {
-        ErrorProtocol::instance().log_exception(e);
-    } catch (...) {
-        ErrorProtocol::instance().log_message("An unknown exception was thrown while a menu was filled");
-    }
-}
+const char* const s_unknown = "An unknown exception was thrown while a menu was filled";
 
 } // namespace
 
@@ -135,7 +119,7 @@ void MainWindowMessage::fill_menu_bar()
 {
     for (const QPointer<QObject>& entry : m_entries) {
         if (entry) {
-            logging_exceptions([this, &entry] { add_to_menu_bar(entry); });
+            logging_exceptions(s_unknown, [this, &entry] { add_to_menu_bar(entry); });
         }
     }
 }
@@ -168,10 +152,10 @@ void MainWindowMessage::fill_with_separators()
     bool last_was_separator = true;
     for (const QPointer<QObject>& entry : m_entries) {
         if (QAction* p_action = action_of(entry)) {
-            logging_exceptions([this, p_action] { m_target->addAction(p_action); });
+            logging_exceptions(s_unknown, [this, p_action] { m_target->addAction(p_action); });
             last_was_separator = false;
         } else if (!entry && !last_was_separator) {
-            logging_exceptions([p_menu, p_tool_bar] {
+            logging_exceptions(s_unknown, [p_menu, p_tool_bar] {
                 if (p_menu) {
                     p_menu->addSeparator();
                 } else if (p_tool_bar) {
