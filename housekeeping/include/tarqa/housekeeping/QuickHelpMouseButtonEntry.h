@@ -1,0 +1,29 @@
+#pragma once
+
+#include <tarqa/housekeeping/AbstractQuickHelpInputEntry.h>
+
+namespace tarqa::housekeeping {
+
+/// A quick-help entry for a mouse button, with or without modifiers.
+class TQ_HK_EXPORT QuickHelpMouseButtonEntry : public AbstractQuickHelpInputEntry
+{
+    Q_OBJECT
+
+public:
+    QuickHelpMouseButtonEntry(QObject* parent, const DocumentId& document, Qt::MouseButton button,
+        const QString& description, const QuickHelpSection& section);
+    QuickHelpMouseButtonEntry(QObject* parent, const DocumentId& document, Qt::MouseButton button,
+        Qt::KeyboardModifiers modifiers, const QString& description, const QuickHelpSection& section);
+    ~QuickHelpMouseButtonEntry() override;
+
+    QString input() const override;
+
+    Qt::MouseButton mouseButton() const { return m_mouse_button; }
+    Qt::KeyboardModifiers modifiers() const { return m_modifiers; }
+
+private:
+    Qt::MouseButton m_mouse_button;
+    Qt::KeyboardModifiers m_modifiers;
+};
+
+} // namespace tarqa::housekeeping
