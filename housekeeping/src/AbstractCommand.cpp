@@ -2,6 +2,7 @@
 
 #include "Assertion.h"
 #include "LoggingExceptions.h"
+#include "UnexpectedFailure.h"
 
 #include <pkBase/AbstractProgress.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
@@ -21,10 +22,8 @@ namespace tarqa::housekeeping {
 namespace {
 
 const char* const s_source = "housekeeping/src/AbstractCommand";
+const CatchPoint s_catch_point = {s_source, 223, 234};
 constexpr unsigned int s_line_of_progress = 136;
-constexpr unsigned int s_line_of_catch = 223;
-constexpr unsigned int s_line_of_unknown = 234;
-constexpr unsigned int s_unknown_error = 2;
 constexpr unsigned int s_cancelled = 1028;
 const char* const s_do = "DO>";
 const char* const s_undo = "UNDO>";
@@ -235,16 +234,9 @@ bool AbstractCommand::Execute::attempt()
         ErrorHandler::instance().message(tr("Error").toStdString(), e, QMessageBox::Ok);
         command.rollback();
         return false;
-    } catch (tarqa::Exception& e) {
-        e.caught_here(s_source, s_line_of_catch);
-        ErrorHandler::instance().fatal_error(e);
-    } catch (std::exception& e) {
-        ErrorHandler::instance().fatal_error(
-            tr("An unknown serious error has occured in this Command : ").toStdString() + e.what());
     } catch (...) {
-        const HousekeepingException unknown(s_unknown_error,
-            QObject::tr("An unknown serious error has occured in this Command"), s_source, s_line_of_unknown);
-        ErrorHandler::instance().fatal_error(unknown);
+        report_unexpected_failure(
+            s_catch_point, tr("An unknown serious error has occured in this Command : "));
     }
     return true;
 }

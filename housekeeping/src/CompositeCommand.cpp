@@ -1,24 +1,21 @@
 #include <tarqa/housekeeping/CompositeCommand.h>
 
 #include "Assertion.h"
+#include "UnexpectedFailure.h"
 
 #include <tarqa/housekeeping/CancelCommandException.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/FailedCommandException.h>
 #include <tarqa/utilities/Pointers.h>
 
-#include <exception>
-
 namespace tarqa::housekeeping {
 
 namespace {
 
 const char* const s_source = "housekeeping/src/CompositeCommand";
+const CatchPoint s_catch_point = {s_source, 151, 162};
 constexpr unsigned int s_line_of_cancel = 142;
 constexpr unsigned int s_line_of_pass_over = 146;
-constexpr unsigned int s_line_of_catch = 151;
-constexpr unsigned int s_line_of_unknown = 162;
-constexpr unsigned int s_unknown_error = 2;
 constexpr unsigned int s_insertion_cancelled = 7006;
 
 } // namespace
@@ -90,16 +87,9 @@ void CompositeCommand::run_child(Commands::value_type& child, bool is_last, bool
             ask_or_give_up(e, is_last, ask_no_more);
         }
         e.caught_here(s_source, s_line_of_pass_over);
-    } catch (tarqa::Exception& e) {
-        e.caught_here(s_source, s_line_of_catch);
-        ErrorHandler::instance().fatal_error(e);
-    } catch (std::exception& e) {
-        ErrorHandler::instance().fatal_error(
-            tr("An unknown serious error has occured in this Command : ").toStdString() + e.what());
     } catch (...) {
-        const HousekeepingException unknown(s_unknown_error,
-            QObject::tr("An unknown serious error has occured in this Command"), s_source, s_line_of_unknown);
-        ErrorHandler::instance().fatal_error(unknown);
+        report_unexpected_failure(
+            s_catch_point, tr("An unknown serious error has occured in this Command : "));
     }
 }
 
