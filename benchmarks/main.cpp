@@ -4,6 +4,7 @@
 
 #include <pkBase/pkDestructor.h>
 #include <pkBaseQt/pkProductInfo.h>
+#include <tarqa/housekeeping/ControllerManager.h>
 
 #include <QtCore/QCoreApplication>
 
@@ -30,6 +31,7 @@ int main(int argc, char** argv)
     }
 
     const QCoreApplication application(count, arguments.data());
+    tarqa::housekeeping::ControllerManager::instance().init(); // each document has a state of each controller
     RatioReporter reporter;
     const std::size_t run = benchmark::RunSpecifiedBenchmarks(&reporter);
     pkBase::pkDestructor::run();

@@ -7,6 +7,7 @@
 #include <tarqa/housekeeping/AbstractDocumentFactory.h>
 #include <tarqa/housekeeping/AbstractModel.h>
 #include <tarqa/housekeeping/CommandManager.h>
+#include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
 #include <QtCore/QCoreApplication>
@@ -28,15 +29,13 @@ public:
     bool empty() const override { return notes.empty(); }
     unsigned long long size() const override { return notes.size(); }
     void clear() override { notes.clear(); }
-    const std::string& document_type() const override { return m_type; }
+    const std::string& document_type() const override { return type; }
     void setupDatabase(const QString&) override { } // there is no database behind the notes
     void mergeDatabase(const QString&) override { }
     QString getDatabasePath() override { return QString(); }
 
     std::vector<std::string> notes;
-
-private:
-    std::string m_type = "Notes";
+    const std::string type = "Notes";
 };
 
 /// The document: owns the notes, and is what the framework asks about them.
@@ -142,6 +141,8 @@ int main(int argc, char** argv)
 {
     pkBase::pkProductInfo::instance().product_name("Minimal"); // before anything is logged
     const QCoreApplication application(argc, argv);
+    housekeeping::ControllerManager::instance().init(); // each document has a state of each controller
+    housekeeping::ControllerManager::instance().post_init();
     const bool as_expected = run();
     pkBase::pkDestructor::run(); // the documents and the framework's own objects, in their order
     return as_expected ? 0 : 1;

@@ -27,6 +27,7 @@ std::string written(const tarqa::Exception& exception)
 } // namespace
 
 std::atomic<ErrorHandler::ExitMainLoop> ErrorHandler::s_exit_main_loop{nullptr};
+std::atomic<bool> ErrorHandler::s_show_dialogs{true};
 
 ErrorHandler::ErrorHandler()
 {
@@ -63,6 +64,11 @@ void ErrorHandler::destroy_instance()
 void ErrorHandler::exit_main_loop_with(ExitMainLoop function)
 {
     s_exit_main_loop = function;
+}
+
+void ErrorHandler::show_dialogs(bool show)
+{
+    s_show_dialogs = show;
 }
 
 void ErrorHandler::fatal_error(const std::string& text)
@@ -114,7 +120,8 @@ void ErrorHandler::end_program(const std::string& detail)
 
 bool ErrorHandler::may_show_dialogs() const
 {
-    return QThread::currentThread() == thread() && qobject_cast<QApplication*>(QCoreApplication::instance());
+    return s_show_dialogs && QThread::currentThread() == thread()
+        && qobject_cast<QApplication*>(QCoreApplication::instance());
 }
 
 QMessageBox::StandardButton ErrorHandler::show_warning(

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <map>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 namespace pkBase {
@@ -18,6 +19,7 @@ struct Table
     std::map<int, std::vector<pkDestructor::Function>> phases; // guarded by mutex
     bool running = false; // guarded by mutex
     bool armed = false; // guarded by mutex
+    std::thread::id arming_thread; // guarded by mutex
 };
 
 /// Leaked, so that it is there in every static constructor and destructor.
@@ -43,6 +45,20 @@ pkDestructor::Function take_next()
         entries.phases.erase(phase);
     }
     return function;
+}
+
+/// What the process calls when it exits. Objects that belong to the main thread are left alone where another
+/// one ends the process.
+void run_in_the_arming_thread()
+{
+    {
+        Table& entries = table();
+        const std::lock_guard<std::mutex> lock(entries.mutex);
+        if (entries.arming_thread != std::this_thread::get_id()) {
+            return;
+        }
+    }
+    pkDestructor::run();
 }
 
 } // namespace
@@ -83,7 +99,8 @@ void pkDestructor::run_at_exit()
     Table& entries = table();
     const std::lock_guard<std::mutex> lock(entries.mutex);
     if (!entries.armed) {
-        entries.armed = std::atexit(&pkDestructor::run) == 0;
+        entries.armed = std::atexit(&run_in_the_arming_thread) == 0;
+        entries.arming_thread = std::this_thread::get_id();
     }
 }
 

@@ -259,7 +259,10 @@ TEST(AbstractDocument, KeepsTheFirstStateOfAController)
     const boost::shared_ptr<AbstractState> first = document.state("alpha");
     support::LogCapture log;
     TestAccess::create_states(document);
-    EXPECT_TRUE(log.took_assert("true == inserted", "AbstractDocument::create_states", s_source));
+    for (std::size_t i = 0; i < AbstractControllerFactory::products().size(); ++i) {
+        EXPECT_TRUE(log.took_assert("true == inserted", "AbstractDocument::create_states", s_source));
+    }
+    EXPECT_TRUE(log.lines().empty());
     EXPECT_EQ(first, document.state("alpha"));
 }
 

@@ -369,14 +369,20 @@ TEST(DocumentManager, DocumentThatIsRegisteredAlreadyIsLogged)
     support::LogCapture log;
     EXPECT_EQ(&document, &manager().create_document());
     EXPECT_TRUE(log.took_assert("inserted", "DocumentManager::create_document", s_source));
+    for (std::size_t i = 0; i < AbstractControllerFactory::products().size(); ++i) {
+        EXPECT_TRUE(log.took_assert("true == inserted", "AbstractDocument::create_states",
+            "housekeeping/src/AbstractDocument")); // it has its states already
+    }
+    EXPECT_TRUE(log.lines().empty());
     EXPECT_EQ(1u, manager().num_documents());
 }
 
 TEST(DocumentManager, MissingControllersAreLogged)
 {
     support::register_controller("alpha");
+    static support::FakeDocumentFactory factory; // and the controllers are not made
     support::LogCapture log;
-    FakeDocument& document = create_document(); // before the controllers are made
+    const AbstractDocument& document = manager().create_document();
     EXPECT_TRUE(
         log.took_assert("!utilities::null_pointer( sp_ac )", "DocumentManager::create_document(", s_source));
     log.take_all(); // the same of the document's and the controller manager's look-ups

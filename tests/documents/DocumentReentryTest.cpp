@@ -1,3 +1,4 @@
+#include "support/Controllers.h"
 #include "support/Fakes.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -72,6 +73,7 @@ public:
 
 DocumentWithLastWords& create_document_with_last_words()
 {
+    support::init_controllers();
     static LastWordsFactory* const s_p_factory = new LastWordsFactory; // the registry refers to it
     EXPECT_TRUE(s_p_factory);
     return dynamic_cast<DocumentWithLastWords&>(manager().create_document());

@@ -1,5 +1,7 @@
 #include "support/Fakes.h"
 
+#include "support/Controllers.h"
+
 #include <tarqa/housekeeping/CancelCommandException.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/FailedCommandException.h>
@@ -201,6 +203,7 @@ AbstractDocument* FakeDocumentFactory::create_unmanaged_product()
 
 FakeDocumentFactory& register_documents()
 {
+    init_controllers();
     return *new FakeDocumentFactory; // the registry refers to it until the process ends
 }
 

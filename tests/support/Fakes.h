@@ -124,7 +124,8 @@ public:
     std::function<void(FakeDocument&)> on_created; // handed to each product
 };
 
-/// Registers the factory of FakeDocuments; once in a process.
+/// Registers the factory of FakeDocuments and makes the controllers that were not made yet; once in a
+/// process.
 FakeDocumentFactory& register_documents();
 /// A new document of the document manager; registers their factory when it is the first.
 FakeDocument& create_document();

@@ -4,6 +4,7 @@
 #include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/AbstractModel.h>
+#include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/CommandMessage.h>
 #include <tarqa/housekeeping/CompositeCommand.h>
@@ -14,6 +15,7 @@
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
 #include <tarqa/housekeeping/MessageHandler.h>
+#include <tarqa/housekeeping/ThreadLocal.h>
 #include <tarqa/housekeeping/TimerObject.h>
 #include <tarqa/housekeeping/Updateable.h>
 #include <tarqa/housekeeping/gui/MainWindowMessage.h>
@@ -72,6 +74,10 @@ public:
     static void acquire(AbstractController& controller) { controller.acquire(); }
     static void release(AbstractController& controller, bool update) { controller.release(update); }
     static QMutex& mutex(AbstractController& controller) { return controller.m_mutex; }
+    static std::size_t controllers(const ControllerManager& manager)
+    {
+        return manager.m_controller_map.size();
+    }
     static std::size_t registered_views() { return Updateable::registry().size(); }
 
     // Commands
@@ -90,6 +96,24 @@ public:
     {
         command.progress_text(text);
     }
+
+    // Start-up
+    static QString lock_file_name(const QString& id, const QString& file_path, const QString& session)
+    {
+        return ApplicationManager::lock_file_name(id, file_path, session);
+    }
+    static int thread_pool_size(int processors, int maximum)
+    {
+        return ApplicationManager::thread_pool_size(processors, maximum);
+    }
+
+    static QString proxy_report(const QString& host, int port, int type)
+    {
+        return ApplicationManager::proxy_report(host, port, type);
+    }
+
+    // Threads
+    static void main_thread_id(ThreadLocal& threads, unsigned int id) { threads.m_main_thread_id = id; }
 
     // Error log
     static std::string failure_error_message(const std::string& detail)

@@ -29,9 +29,10 @@ public:
     /// called again; a call from inside one of the functions returns at once.
     static void run();
 
-    /// Makes sure that run() happens when the process exits, for hosts that forget to call it; later calls do
-    /// nothing. To be called after the application object exists: what is armed earlier would run after it is
-    /// gone.
+    /// Makes sure that run() happens when the calling thread, the main thread, exits the process, for hosts
+    /// that forget to call it; later calls do nothing. Where another thread exits the process nothing is
+    /// destroyed. To be called after the application object exists: what is armed earlier would run after it
+    /// is gone.
     static void run_at_exit();
 };
 

@@ -20,9 +20,9 @@ namespace tarqa::housekeeping {
  * Reports problems: to the error log always, and to the user where that is possible.
  *
  * Boxes and dialogs appear only on the handler's thread, which is that of the application object, or without
- * one the thread that first asked for it (the main thread), and only in a program with a QApplication;
- * anywhere else the operations log, show nothing and give the answers named below. They block until the user
- * answers.
+ * one the thread that first asked for it (the main thread), and only in a program with a QApplication and
+ * windows; anywhere else the operations log, show nothing and give the answers named below. They block until
+ * the user answers.
  *
  * A singleton, destroyed in phase 5 of the ordered destruction.
  */
@@ -47,6 +47,10 @@ public:
     /// What fatal_error() calls last; null for nothing. The program's main loop, or a host without one,
     /// installs it.
     static void exit_main_loop_with(ExitMainLoop function);
+
+    /// Says whether there is somebody who sees boxes and dialogs; true until set. For a program without
+    /// windows, in which a box would wait for ever. Main thread, at start-up.
+    static void show_dialogs(bool show);
 
     /// Logs the text and shows it in a warning box. @return the chosen button; QMessageBox::Ok where no box
     /// can be shown
@@ -86,6 +90,7 @@ private:
     void end_program(const std::string& detail);
 
     static std::atomic<ExitMainLoop> s_exit_main_loop;
+    static std::atomic<bool> s_show_dialogs;
 
     QMessageBox::StandardButton m_button = QMessageBox::NoButton; // last chosen in a box
 };

@@ -1,0 +1,66 @@
+#include "QtLockedFile.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarqa::housekeeping {
+
+namespace {
+
+/// Applies a lock of the open file description, which unlike a process's lock is not lost when the process
+/// closes another descriptor of the file. @return true on success
+bool apply_lock(int descriptor, short type, bool block)
+{
+    struct flock request = {};
+    request.l_type = type;
+    request.l_whence = SEEK_SET; // the whole file
+    int result;
+    do {
+        result = fcntl(descriptor, block ? F_OFD_SETLKW : F_OFD_SETLK, &request);
+    } while (result == -1 && errno == EINTR);
+    return result == 0;
+}
+
+bool is_own_regular_file(int descriptor)
+{
+    struct stat status = {};
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid();
+}
+
+} // namespace
+
+bool QtLockedFile::open(OpenMode mode)
+{
+    if (isOpen()) {
+        return false;
+    }
+    // A name in a directory that everybody may write to: O_NONBLOCK keeps a planted pipe from hanging us.
+    const int access = mode & WriteOnly ? O_RDWR : O_RDONLY;
+    const int descriptor = ::open(QFile::encodeName(fileName()).constData(),
+        access | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600);
+    if (descriptor == -1) {
+        setErrorString(qt_error_string(errno));
+        return false;
+    }
+    if (!is_own_regular_file(descriptor) || !QFile::open(descriptor, mode, AutoCloseHandle)) {
+        ::close(descriptor);
+        return false;
+    }
+    return true;
+}
+
+/// A lock of the other kind is exchanged.
+bool QtLockedFile::take(LockMode mode, bool block)
+{
+    return apply_lock(handle(), mode == ReadLock ? F_RDLCK : F_WRLCK, block);
+}
+
+bool QtLockedFile::release()
+{
+    return apply_lock(handle(), F_UNLCK, false);
+}
+
+} // namespace tarqa::housekeeping
