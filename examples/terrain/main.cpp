@@ -1,16 +1,21 @@
+#include "CommandLine.h"
 #include "Product.h"
 #include "batch/Batch.h"
-#include "batch/CommandLine.h"
 #include "batch/System.h"
+#include "tour/Tour.h"
+#include "windows/MainWindow.h"
 
+#include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
 
 #include <pkBase/pkDestructor.h>
 #include <pkBaseQt/pkProductInfo.h>
+#include <tarqa/utilities/Exception.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QTimer>
 
 #include <iostream>
 
@@ -30,40 +35,112 @@ void describe_product()
     product.build_date(terrain::product::build_date);
 }
 
-int run_batch(const terrain::CommandLine& line)
+void make_controllers()
 {
+    housekeeping::ControllerManager::instance().init();
+    housekeeping::ControllerManager::instance().post_init();
+}
+
+int run_batch(int& argc, char** argv, const terrain::CommandLine& line)
+{
+    const QCoreApplication application(argc, argv);
     // The log comes first, so that nothing that happens from here on is lost.
     housekeeping::ErrorProtocol::instance();
     housekeeping::ErrorHandler::instance();
-    housekeeping::ControllerManager::instance().init();
-    housekeeping::ControllerManager::instance().post_init();
+    make_controllers();
 
-    terrain::watch_signals();
-    terrain::Batch batch(std::cout, std::cerr, terrain::standard_error_is_terminal() ? &std::cerr : nullptr);
-    return batch.run(line.script, line.files);
+    int code = terrain::Batch::Failed;
+    {
+        terrain::watch_signals();
+        terrain::Batch batch(
+            std::cout, std::cerr, terrain::standard_error_is_terminal() ? &std::cerr : nullptr);
+        code = batch.run(line.script, line.files);
+    }
+    pkBase::pkDestructor::run();
+    return code;
+}
+
+int fail(const char* text)
+{
+    std::cerr << "tarq-terrain: " << text << std::endl;
+    return terrain::Batch::Failed;
+}
+
+/// Shows @p window until it is closed.
+void show(terrain::MainWindow& window)
+{
+    housekeeping::ApplicationManager& application = housekeeping::ApplicationManager::instance();
+    application.top_level_widget(&window);
+    application.show();
+    application.main_loop();
+}
+
+/// In the main loop, so that whatever the files lead to has the window behind it.
+int show_files(const std::vector<std::string>& files)
+{
+    terrain::MainWindow window;
+    QTimer::singleShot(0, &window, [&window, &files] {
+        for (const std::string& file : files) {
+            window.open(QString::fromStdString(file));
+        }
+    });
+    show(window);
+    return terrain::Batch::Done;
+}
+
+int show_tour(const std::string& folder, const std::string& file)
+{
+    try {
+        terrain::MainWindow window;
+        terrain::Tour tour(
+            window, QString::fromStdString(folder), QString::fromStdString(file), std::cout, std::cerr);
+        tour.start();
+        show(window);
+        return tour.succeeded() ? terrain::Batch::Done : terrain::Batch::Failed;
+    } catch (const tarqa::Exception& exception) {
+        return fail(exception.what());
+    } catch (const std::exception& exception) {
+        return fail(exception.what());
+    }
+}
+
+int run_window(int& argc, char**& argv, const terrain::CommandLine& line)
+{
+    if (!terrain::has_display()) {
+        return fail("there is no display to show a window on; --batch needs none");
+    }
+    housekeeping::ApplicationManager::instance().init(argc, argv, "tarq-terrain", true);
+    make_controllers();
+    const bool tour = line.task == terrain::CommandLine::Task::Tour;
+    const int code
+        = tour ? show_tour(line.folder, line.files.empty() ? "" : line.files[0]) : show_files(line.files);
+    pkBase::pkDestructor::run();
+    return code;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    using Task = terrain::CommandLine::Task;
     const auto line = terrain::CommandLine::parse(std::vector<std::string>(argv + 1, argv + argc));
     if (!line) {
         std::cerr << terrain::CommandLine::usage();
         return terrain::Batch::WrongUsage;
     }
-    if (line->help) {
+    describe_product();
+    switch (line->task) {
+    case Task::Help:
         std::cout << terrain::CommandLine::usage();
         return terrain::Batch::Done;
-    }
-    describe_product();
-    if (line->version) {
+    case Task::Version:
         std::cout << "Tarq Terrain " << terrain::product::version << '\n';
         return terrain::Batch::Done;
+    case Task::Batch:
+        return run_batch(argc, argv, *line);
+    case Task::Tour:
+    case Task::Window:
+        return run_window(argc, argv, *line);
     }
-
-    QCoreApplication application(argc, argv);
-    const int code = run_batch(*line);
-    pkBase::pkDestructor::run();
-    return code;
+    return terrain::Batch::WrongUsage;
 }

@@ -41,6 +41,13 @@ BatchProcess::~BatchProcess()
     }
 }
 
+void BatchProcess::show_on(const QString& display)
+{
+    QProcessEnvironment environment = m_process.processEnvironment();
+    environment.insert("DISPLAY", display);
+    m_process.setProcessEnvironment(environment);
+}
+
 void BatchProcess::start(const std::vector<std::string>& arguments)
 {
     start(TARQ_TERRAIN, arguments);

@@ -18,6 +18,8 @@ public:
 
     QProcess& process() { return m_process; }
 
+    /// Gives it a display; without this it has none. @param display as in DISPLAY
+    void show_on(const QString& display);
     /// Starts the program. @param arguments without its name
     void start(const std::vector<std::string>& arguments);
     /// Starts another one in the same way.

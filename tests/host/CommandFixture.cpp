@@ -1,5 +1,7 @@
 #include "CommandFixture.h"
 
+#include "support/Controllers.h"
+
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
 
@@ -48,6 +50,7 @@ terrain::Raster mixed_raster(int columns, int rows)
 
 terrain::TerrainDocument& make_document(terrain::Raster raster)
 {
+    support::init_controllers();
     auto& document = dynamic_cast<terrain::TerrainDocument&>(
         housekeeping::DocumentManager::instance().create_document());
     document.terrain().raster(std::move(raster));

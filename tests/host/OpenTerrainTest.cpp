@@ -4,6 +4,7 @@
 #include "documents/RasterInformation.h"
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
+#include "support/Controllers.h"
 #include "support/LogCapture.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -21,6 +22,7 @@ using terrain::TerrainDocument;
 
 TEST(OpenTerrain, MakesTheRasterTheCurrentDocument)
 {
+    support::init_controllers();
     make_tiff(scratch("a b.tif"), 2, 1, GDT_Int16, {3, 4},
         [](GDALDatasetH, GDALRasterBandH band) { GDALSetRasterUnitType(band, "ft"); });
     const TerrainDocument& document = open_terrain(scratch("a b.tif"));
@@ -38,6 +40,7 @@ TEST(OpenTerrain, MakesTheRasterTheCurrentDocument)
 
 TEST(OpenTerrain, TheSameFileTwiceGivesTwoDocuments)
 {
+    support::init_controllers();
     const std::string path = make_terrain_file("a.tif");
     const TerrainDocument& first = open_terrain(path);
     const TerrainDocument& second = open_terrain(path);
@@ -48,6 +51,7 @@ TEST(OpenTerrain, TheSameFileTwiceGivesTwoDocuments)
 
 TEST(OpenTerrain, AFailureLeavesTheCurrentDocumentCurrentAndNoOtherBehind)
 {
+    support::init_controllers();
     const TerrainDocument& document = open_terrain(make_terrain_file("a.tif"));
     write_text(scratch("broken.tif"), "no raster");
     EXPECT_THROW(open_terrain(scratch("broken.tif")), housekeeping::InvalidPath);

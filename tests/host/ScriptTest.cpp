@@ -1,12 +1,10 @@
 #include "batch/Script.h"
 #include "batch/BatchProgress.h"
-#include "batch/CommandLine.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-using terrain::CommandLine;
 using terrain::count_of;
 using terrain::number_of;
 using terrain::ScriptError;
@@ -62,31 +60,6 @@ TEST(Script, CountsAreWholeNumbersFromOneOn)
     for (const char* wrong : {"", "0", "-1", "1.0", "2x", "x", " 2", "2147483648", "99999999999999999999"}) {
         EXPECT_THROW(count_of(wrong), ScriptError) << wrong;
     }
-}
-
-TEST(CommandLine, ScriptAndFiles)
-{
-    const auto line = CommandLine::parse({"--batch", "-", "a.tif", "b.tif"});
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line->script, "-");
-    EXPECT_EQ(line->files, (Words{"a.tif", "b.tif"}));
-    EXPECT_FALSE(line->help);
-}
-
-TEST(CommandLine, HelpAndVersionStandAlone)
-{
-    EXPECT_TRUE(CommandLine::parse({"--help"})->help);
-    EXPECT_TRUE(CommandLine::parse({"--version"})->version);
-    EXPECT_FALSE(CommandLine::parse({"--help", "me"}));
-}
-
-TEST(CommandLine, EverythingElseIsWrongUsage)
-{
-    EXPECT_FALSE(CommandLine::parse({}));
-    EXPECT_FALSE(CommandLine::parse({"--batch"}));
-    EXPECT_FALSE(CommandLine::parse({"a.tif"}));
-    EXPECT_FALSE(CommandLine::parse({"a.tif", "--batch", "script"}));
-    EXPECT_FALSE(CommandLine::parse({"--batsch", "script"}));
 }
 
 TEST(BatchProgress, ShowsPercentagesOnATerminalAndClearsThem)

@@ -39,7 +39,7 @@ TEST(TerrainBatch, HelpIsPrintedOnTheStandardOutput)
     BatchProcess batch;
     batch.start({"--help"});
     EXPECT_EQ(batch.finish(), 0);
-    EXPECT_THAT(batch.out(), StartsWith("Usage: tarq-terrain --batch SCRIPT [FILE...]\n"));
+    EXPECT_THAT(batch.out(), StartsWith("Usage: tarq-terrain [FILE...]\n"));
     EXPECT_EQ(batch.error(), "");
     EXPECT_EQ(batch.log(), "") << "asking for help leaves no log behind";
 }
@@ -55,7 +55,7 @@ TEST(TerrainBatch, VersionIsPrintedOnTheStandardOutput)
 TEST(TerrainBatch, WrongUsageIsTwo)
 {
     const std::vector<std::vector<std::string>> wrong
-        = {{}, {"--batch"}, {"a.tif"}, {"--what"}, {"--help", "x"}, {"script", "--batch"}};
+        = {{"--batch"}, {"--tour"}, {"--what"}, {"--help", "x"}, {"script", "--batch"}};
     for (const auto& arguments : wrong) {
         BatchProcess batch;
         batch.start(arguments);

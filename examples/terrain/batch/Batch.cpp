@@ -8,10 +8,9 @@
 #include "commands/FillSinksCommand.h"
 #include "commands/ScaleCommand.h"
 #include "commands/SmoothCommand.h"
+#include "documents/ExportTerrain.h"
 #include "documents/OpenTerrain.h"
 #include "documents/TerrainDocument.h"
-#include "documents/TerrainModel.h"
-#include "io/RasterWriter.h"
 
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -188,9 +187,7 @@ void Batch::report_failure(const std::string& where, const std::string& text)
 
 void Batch::open(const Words& words)
 {
-    const TerrainDocument& opened = open_terrain(words[0]);
-    const std::string run = std::prev(opened.history_end())->description();
-    error_log().log_message(tr("Opened \"%1\" (%2)").arg(words[0].c_str(), run.c_str()).toStdString());
+    log_opened(open_terrain(words[0]), words[0]);
 }
 
 void Batch::smooth(const Words& words)
@@ -237,12 +234,10 @@ void Batch::info(const Words&)
 
 void Batch::write_export(const Words& words)
 {
-    const QString suffix = QFileInfo(QString::fromStdString(words[0])).suffix().toLower();
-    if (suffix != "tif" && suffix != "tiff") {
+    if (!is_export_name(words[0])) {
         throw ScriptError(tr("the name of an exported file must end in \".tif\""));
     }
-    write_raster(document().terrain().raster(), words[0]);
-    error_log().log_message(tr("Exported \"%1\"").arg(words[0].c_str()).toStdString());
+    export_terrain(document(), words[0]);
 }
 
 TerrainDocument& Batch::document() const

@@ -2,7 +2,7 @@
 
 namespace terrain {
 
-// What the batch needs of the operating system.
+// What the program needs of the operating system.
 
 /// Turns the first Ctrl-C into a request that the batch looks for at every step (a second one ends the
 /// program at once), and makes a reader of the standard output that has gone away and a full disk errors like
@@ -14,5 +14,8 @@ bool interrupted();
 
 /// Whether somebody sees the standard error stream.
 bool standard_error_is_terminal();
+
+/// Whether windows can be shown; told apart from a program that Qt would end at once.
+bool has_display();
 
 } // namespace terrain

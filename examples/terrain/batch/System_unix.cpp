@@ -1,6 +1,8 @@
 #include "batch/System.h"
 
 #include <csignal>
+#include <cstdlib>
+#include <initializer_list>
 
 #include <unistd.h>
 
@@ -37,6 +39,18 @@ bool interrupted()
 bool standard_error_is_terminal()
 {
     return isatty(STDERR_FILENO) != 0;
+}
+
+bool has_display()
+{
+    // The third one is for platforms that need none.
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        const char* const value = std::getenv(name);
+        if (value && *value) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace terrain

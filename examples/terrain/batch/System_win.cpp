@@ -34,4 +34,9 @@ bool standard_error_is_terminal()
     return _isatty(_fileno(stderr)) != 0;
 }
 
+bool has_display()
+{
+    return true;
+}
+
 } // namespace terrain

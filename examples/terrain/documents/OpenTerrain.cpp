@@ -6,11 +6,15 @@
 #include "io/RasterReader.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/ErrorProtocol.h>
 #include <tarqa/utilities/Url.h>
+
+#include <QtCore/QObject>
 
 #include <boost/make_shared.hpp>
 
 #include <filesystem>
+#include <iterator>
 #include <map>
 
 namespace terrain {
@@ -41,6 +45,13 @@ TerrainDocument& open_terrain(const std::string& path)
     document.add_history();
     document.buildModel();
     return document;
+}
+
+void log_opened(const TerrainDocument& document, const std::string& path)
+{
+    const std::string run = std::prev(document.history_end())->description();
+    housekeeping::ErrorProtocol::instance().log_message(
+        QObject::tr("Opened \"%1\" (%2)").arg(path.c_str(), run.c_str()).toStdString());
 }
 
 housekeeping::DataSource::Units units_of(const std::string& unit)

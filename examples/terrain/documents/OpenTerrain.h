@@ -19,6 +19,9 @@ class TerrainDocument;
  */
 TerrainDocument& open_terrain(const std::string& path);
 
+/// Says in the error log that a document was opened, and by which run of the program.
+void log_opened(const TerrainDocument& document, const std::string& path);
+
 /// The unit of heights that a file names, in its many spellings; metres for an empty or unknown name.
 housekeeping::DataSource::Units units_of(const std::string& unit);
 

@@ -50,6 +50,17 @@ std::string reference_system_unit(const std::string& wkt)
     return text(p_name);
 }
 
+CoordinateUnit coordinate_unit(const std::string& wkt)
+{
+    const GdalMessages messages;
+    OGRSpatialReference system;
+    if (!import(system, wkt)) {
+        return {};
+    }
+    const bool angular = system.IsGeographic() != 0;
+    return {angular, angular ? system.GetAngularUnits() : system.GetLinearUnits()};
+}
+
 std::string reference_system_from_epsg(int code)
 {
     const GdalMessages messages;

@@ -9,10 +9,19 @@ namespace terrain {
 /// What the user asked for on the command line.
 struct CommandLine
 {
-    bool help = false;
-    bool version = false;
-    std::string script; ///< "-" stands for the standard input
+    enum class Task
+    {
+        Window,
+        Tour,
+        Batch,
+        Help,
+        Version
+    };
+
+    Task task = Task::Window;
     std::vector<std::string> files;
+    std::string script; ///< of a batch; "-" stands for the standard input
+    std::string folder; ///< of a tour, for its pictures
 
     /// @param arguments without the program's name
     /// @return nothing if they make no sense

@@ -1,0 +1,80 @@
+#include "CommandLine.h"
+
+#include <QtCore/QObject>
+
+#include <algorithm>
+
+namespace terrain {
+
+namespace {
+
+bool is_option(const std::string& argument)
+{
+    return argument.size() > 1 && argument.front() == '-';
+}
+
+} // namespace
+
+std::optional<CommandLine> CommandLine::parse(const std::vector<std::string>& arguments)
+{
+    CommandLine line;
+    const std::string option = !arguments.empty() && is_option(arguments[0]) ? arguments[0] : "";
+    const auto files_from = [&](std::size_t first) {
+        line.files.assign(arguments.begin() + static_cast<std::ptrdiff_t>(first), arguments.end());
+        return std::none_of(line.files.begin(), line.files.end(), &is_option);
+    };
+    bool good = false;
+    if (option.empty()) {
+        good = files_from(0);
+    } else if (option == "--help" || option == "--version") {
+        line.task = option == "--help" ? Task::Help : Task::Version;
+        good = arguments.size() == 1;
+    } else if (option == "--batch" && arguments.size() >= 2) {
+        line.task = Task::Batch;
+        line.script = arguments[1];
+        files_from(2); // whatever they are called
+        good = true;
+    } else if (option == "--tour" && arguments.size() >= 2 && !is_option(arguments[1])) {
+        line.task = Task::Tour;
+        line.folder = arguments[1];
+        good = files_from(2) && line.files.size() <= 1;
+    }
+    return good ? std::optional<CommandLine>(line) : std::nullopt;
+}
+
+std::string CommandLine::usage()
+{
+    return QObject::tr(
+        "Usage: tarq-terrain [FILE...]\n"
+        "       tarq-terrain --batch SCRIPT [FILE...]\n"
+        "       tarq-terrain --tour DIR [FILE]\n"
+        "       tarq-terrain --help | --version\n"
+        "\n"
+        "Shows the elevation rasters FILE... in a window.\n"
+        "\n"
+        "With --tour it leads through the window by itself, with FILE or with a sample that it makes,\n"
+        "and leaves pictures and a list of them, tour.json, in the folder DIR.\n"
+        "\n"
+        "With --batch it shows nothing, and needs no display: it opens FILE..., then carries out the\n"
+        "lines of SCRIPT (\"-\": of the standard input) on the raster that was opened last:\n"
+        "\n"
+        "  open FILE        opens a raster\n"
+        "  smooth R         mean over the cells around each one, up to R cells away\n"
+        "  fill-sinks       fills hollows up to where water would flow out of them\n"
+        "  clamp LO HI      brings heights into the range from LO to HI\n"
+        "  scale F          multiplies heights by F\n"
+        "  clean-up         clamps to what occurs on the Earth, fills sinks, smooths by 1\n"
+        "  undo [N]         undoes the last N commands (1)\n"
+        "  redo [N]         redoes the last N undone commands (1)\n"
+        "  info             prints facts about the raster, and a checksum of its cells\n"
+        "  export FILE.tif  writes the raster as GeoTIFF\n"
+        "\n"
+        "Empty lines and what follows a \"#\" are passed over; names with blanks stand in double\n"
+        "quotes.\n"
+        "\n"
+        "Exit status: 0 all was done, 1 something failed (the rest of a script or a tour was not\n"
+        "carried out), 2 wrong usage, 130 interrupted.\n")
+        .toStdString();
+}
+
+} // namespace terrain

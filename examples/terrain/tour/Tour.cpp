@@ -1,0 +1,178 @@
+#include "tour/Tour.h"
+
+#include "windows/MainWindow.h"
+
+#include <tarqa/utilities/Exception.h>
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QMessageBox>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+namespace terrain {
+
+namespace {
+
+const int s_tick = 20; ///< milliseconds
+const int s_patience = 60000; ///< milliseconds, for a step
+const int s_needed_looks = 5; ///< so that what is drawn a little later is drawn
+
+[[noreturn]] void give_up()
+{
+    std::cerr << "tarq-terrain: the tour stands still" << std::endl;
+    std::_Exit(EXIT_FAILURE);
+}
+
+bool all_hold(const std::vector<TourCheck>& checks)
+{
+    return std::all_of(checks.begin(), checks.end(), [](const TourCheck& check) { return check.result; });
+}
+
+QString text_of(const QWidget& dialog)
+{
+    const auto* const p_box = qobject_cast<const QMessageBox*>(&dialog);
+    return p_box ? p_box->text().trimmed() : dialog.windowTitle();
+}
+
+} // namespace
+
+Tour::Tour(
+    MainWindow& window, const QString& folder, const QString& file, std::ostream& out, std::ostream& error)
+    : m_window(window)
+    , m_report(folder)
+    , m_stage(window, file)
+    , m_out(out)
+    , m_error(error)
+{
+    m_timer.setInterval(s_tick);
+    connect(&m_timer, &QTimer::timeout, this, &Tour::tick);
+}
+
+Tour::~Tour()
+{
+    if (!m_ended) {
+        m_error << "tarq-terrain: " << tr("the window was closed before the end of the tour").toStdString()
+                << std::endl;
+    }
+}
+
+void Tour::start()
+{
+    m_watchdog = std::make_unique<Watchdog>(std::chrono::milliseconds(s_patience), &give_up);
+    m_timer.start();
+}
+
+void Tour::tick()
+{
+    m_watchdog->alive();
+    if (QApplication::activeModalWidget()) {
+        close_unexpected_dialog();
+    } else if (m_acting || m_ended) {
+        return; // in the loop of something that the step or the end of the tour has opened
+    } else if (m_failed) {
+        call_soon(&Tour::end);
+    } else if (!m_begun) {
+        call_soon(&Tour::begin_step);
+    } else {
+        watch_step();
+    }
+}
+
+/// Calls what may run an event loop of its own. Not from the timer: Qt would not let it go on until then.
+void Tour::call_soon(void (Tour::*part)())
+{
+    m_acting = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this, part] {
+            (this->*part)();
+            m_acting = false;
+        },
+        Qt::QueuedConnection);
+}
+
+void Tour::close_unexpected_dialog()
+{
+    QWidget& dialog = *QApplication::activeModalWidget();
+    fail(tr("a dialog appeared: %1").arg(text_of(dialog)));
+    if (auto* const p_dialog = qobject_cast<QDialog*>(&dialog)) {
+        p_dialog->reject();
+    } else {
+        dialog.close();
+    }
+}
+
+void Tour::begin_step()
+{
+    m_begun = true;
+    m_steady_looks = 0;
+    m_clock.start();
+    try {
+        tour_steps()[m_step].act(m_stage);
+    } catch (const tarqa::Exception& exception) {
+        fail(QString::fromUtf8(exception.what()));
+    } catch (const std::exception& exception) {
+        fail(QString::fromUtf8(exception.what()));
+    }
+}
+
+void Tour::watch_step()
+{
+    std::vector<TourCheck> checks = tour_steps()[m_step].look(m_stage);
+    m_steady_looks = all_hold(checks) ? m_steady_looks + 1 : 0;
+    if (m_steady_looks >= s_needed_looks || m_clock.hasExpired(s_patience)) {
+        end_step(std::move(checks));
+    }
+}
+
+void Tour::end_step(std::vector<TourCheck> checks)
+{
+    const TourStep& step = tour_steps()[m_step];
+    const int duration = static_cast<int>(m_clock.elapsed());
+    const QImage picture = picture_of(step.picture, m_stage);
+    checks.push_back({tr("the picture is not uniform"), is_varied(picture)});
+    try {
+        m_report.add({static_cast<int>(m_step) + 1, step.name, picture, duration, checks});
+    } catch (const std::exception& exception) {
+        fail(QString::fromUtf8(exception.what()));
+    }
+    for (const TourCheck& check : checks) {
+        if (!check.result) {
+            fail(tr("not seen: %1").arg(check.text));
+        }
+    }
+    ++m_step;
+    m_begun = false;
+    if (m_step == tour_steps().size()) {
+        call_soon(&Tour::end);
+    }
+}
+
+void Tour::fail(const QString& reason)
+{
+    m_failed = true;
+    m_error << "tarq-terrain: " << step_title().toStdString() << ": " << reason.toStdString() << std::endl;
+}
+
+void Tour::end()
+{
+    m_ended = true;
+    m_out << tr("%1 of %2 pictures of the tour are in %3")
+                 .arg(QString::number(m_report.entries()), QString::number(tour_steps().size()),
+                     m_report.folder())
+                 .toStdString()
+          << std::endl;
+    if (!m_window.close()) {
+        QCoreApplication::exit(EXIT_FAILURE);
+    }
+}
+
+QString Tour::step_title() const
+{
+    return tr("step %1, %2").arg(QString::number(m_step + 1), tour_steps()[m_step].name);
+}
+
+} // namespace terrain

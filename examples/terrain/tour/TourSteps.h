@@ -1,0 +1,53 @@
+#pragma once
+
+#include "tour/TourReport.h"
+
+#include <QtCore/QString>
+#include <QtCore/QTemporaryDir>
+
+#include <vector>
+
+namespace terrain {
+
+class MainWindow;
+
+/// What the steps of a tour work with.
+struct TourStage
+{
+    /// Makes the sample rasters. @param given the raster to show; "" for a sample
+    /// @throws housekeeping::InvalidPath if a sample cannot be written
+    TourStage(MainWindow& main_window, const QString& given);
+
+    MainWindow& window;
+    QTemporaryDir samples;
+    QString first_file;
+    QString second_file;
+    double first_scale = 0; ///< of the first map, when it was new
+    QString first_reading; ///< under the pointer then
+};
+
+/// Of what a step leaves a picture.
+enum class TourPicture
+{
+    Window
+};
+
+/// Something the tour does, and what is to be seen then.
+struct TourStep
+{
+    const char* name; ///< part of the picture's file name
+    TourPicture picture;
+    void (*act)(TourStage& stage);
+    /// Called until all results are true or the patience ends.
+    std::vector<TourCheck> (*look)(TourStage& stage);
+};
+
+/// In their order.
+const std::vector<TourStep>& tour_steps();
+
+QImage picture_of(TourPicture kind, const TourStage& stage);
+
+/// Whether there is anything to see in a picture but a few flat colours.
+bool is_varied(const QImage& picture);
+
+} // namespace terrain

@@ -1,0 +1,16 @@
+#pragma once
+
+class QPoint;
+class QWidget;
+
+namespace terrain {
+
+// What a user does with the mouse. Positions are those inside of @p widget.
+
+void move_pointer(QWidget& widget, const QPoint& to);
+/// @param notches above 0 away from the user
+void turn_wheel(QWidget& widget, const QPoint& at, int notches);
+/// Presses the left button, moves and lets go.
+void drag(QWidget& widget, const QPoint& from, const QPoint& to);
+
+} // namespace terrain

@@ -1,0 +1,20 @@
+#pragma once
+
+namespace terrain {
+
+struct Raster;
+
+/// How the cells of a raster lie on the ground, as far as a map needs to know: rotations are not looked at.
+struct Footprint
+{
+    explicit Footprint(const Raster& raster);
+
+    double cell_width = 1; ///< metres; only in proportion to cell_height if not in_metres
+    double cell_height = 1; ///< both are positive
+    bool in_metres = false;
+    bool angular = false; ///< the coordinates are angles
+    bool columns_run_west = false; ///< the first column lies in the east
+    bool rows_run_north = false; ///< the first row lies in the south
+};
+
+} // namespace terrain

@@ -1,0 +1,33 @@
+#include "windows/Deeds.h"
+
+#include "windows/Icons.h"
+
+#include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+
+namespace terrain {
+
+Deeds::Deeds(QObject* p_parent)
+    : QObject(p_parent)
+{
+    for (const KeyBinding& binding : key_bindings()) {
+        auto* const p_action = new QAction(binding.text, this);
+        p_action->setShortcut(binding.keys);
+        p_action->setShortcutContext(
+            binding.scope == Scope::Map ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
+        p_action->setStatusTip(binding.description);
+        p_action->setIcon(icon_of(binding.deed, QApplication::palette()));
+        m_actions[binding.deed] = p_action;
+    }
+    action(Deed::QuickHelp).setCheckable(true);
+    document_open(false);
+}
+
+void Deeds::document_open(bool open)
+{
+    for (const KeyBinding& binding : key_bindings()) {
+        action(binding.deed).setEnabled(open || binding.scope == Scope::Program);
+    }
+}
+
+} // namespace terrain

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <tarqa/housekeeping/DocumentId.h>
+
+#include <QtWidgets/QStackedWidget>
+
+#include <map>
+
+namespace terrain {
+
+namespace housekeeping = tarqa::housekeeping;
+
+class TerrainView;
+
+/// The maps of the open documents, one on top, or a page that says how to open one. Main thread.
+class DocumentViews : public QStackedWidget
+{
+    Q_OBJECT
+
+public:
+    explicit DocumentViews(QWidget* p_parent = nullptr);
+
+    /// Makes a document's map and puts it on top.
+    /// @throws housekeeping::HousekeepingException if the document cannot be drawn
+    TerrainView& add(const housekeeping::DocumentId& document);
+    void remove(const housekeeping::DocumentId& document);
+    /// Puts a document's map on top; the start page for a document without one.
+    void show_document(const housekeeping::DocumentId& document);
+
+    /// The map on top; null for the start page.
+    TerrainView* current() const;
+
+private:
+    QWidget* m_p_start_page; // a child
+    std::map<housekeeping::DocumentId, TerrainView*> m_views; // children
+};
+
+} // namespace terrain

@@ -1,0 +1,151 @@
+#include "panels/QuickHelpPanel.h"
+#include "CommandFixture.h"
+#include "documents/TerrainDocument.h"
+#include "help/Bindings.h"
+#include "help/TerrainQuickHelp.h"
+#include "panels/QuickHelpSheet.h"
+#include "support/App.h"
+#include "support/MessageSpy.h"
+#include "tour/TourSteps.h"
+#include "windows/Deeds.h"
+
+#include <tarqa/housekeeping/QuickHelpInputModelFilter.h>
+#include <tarqa/housekeeping/QuickHelpManager.h>
+#include <tarqa/housekeeping/QuickHelpTitleEntry.h>
+
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QAction>
+
+#include <gtest/gtest.h>
+
+using namespace host_test;
+using housekeeping::QuickHelpSection;
+using terrain::key_bindings;
+using terrain::KeyBinding;
+using terrain::QuickHelpPanel;
+using terrain::QuickHelpSheet;
+using terrain::TerrainQuickHelp;
+
+namespace {
+
+/// The texts of a document's bindings in a section, "command: description".
+QStringList inputs(const housekeeping::DocumentId& document, QuickHelpSection section)
+{
+    housekeeping::QuickHelpInputModelFilter filter(document, nullptr);
+    filter.setSourceModel(housekeeping::QuickHelpManager::instance().sectionModel(section));
+    QStringList texts;
+    for (int row = 0; row < filter.rowCount(); ++row) {
+        const QModelIndex index = filter.index(row, 0);
+        texts.append(index.data(Qt::DisplayRole).toString() + ": " + index.data(Qt::UserRole).toString());
+    }
+    return texts;
+}
+
+class QuickHelpTableTest : public testing::Test
+{
+protected:
+    support::App application;
+    terrain::TerrainDocument& document = make_document(make_raster(2, 1, {1, 2}));
+    const TerrainQuickHelp general;
+    const TerrainQuickHelp help{document};
+};
+
+} // namespace
+
+TEST_F(QuickHelpTableTest, EveryShortcutOfAnActionIsInTheQuickHelp)
+{
+    const terrain::Deeds deeds;
+    for (const KeyBinding& binding : key_bindings()) {
+        const QAction& action = deeds.action(binding.deed);
+        const QString name = binding.description;
+        ASSERT_EQ(action.shortcuts().size(), 1) << name.toStdString();
+        const QString expected = action.shortcut().toString(QKeySequence::NativeText) + ": " + name;
+        EXPECT_EQ(inputs(document.id(), binding.section).count(expected), 1) << expected.toStdString();
+    }
+}
+
+TEST_F(QuickHelpTableTest, NoTwoDeedsShareAKey)
+{
+    for (const KeyBinding& one : key_bindings()) {
+        for (const KeyBinding& other : key_bindings()) {
+            EXPECT_TRUE(&one == &other || one.keys.matches(other.keys) == QKeySequence::NoMatch)
+                << one.description.toStdString() << " and " << other.description.toStdString();
+        }
+    }
+}
+
+TEST_F(QuickHelpTableTest, TheMouseIsTheCurrentTool)
+{
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool),
+        (QStringList{"LMB: Drag to move the map", "Wheel: Zoom at the pointer"}));
+}
+
+TEST_F(QuickHelpTableTest, WithoutADocumentOnlyWhatIsPossibleIsShown)
+{
+    const auto none = housekeeping::DocumentId::null();
+    EXPECT_EQ(inputs(none, QuickHelpSection::View), QStringList());
+    EXPECT_EQ(inputs(none, QuickHelpSection::File),
+        (QStringList{"Ctrl+O: Open elevation rasters", "Ctrl+Q: Close all and quit"}));
+}
+
+TEST_F(QuickHelpTableTest, GoesWithItsObject)
+{
+    auto another = std::make_unique<TerrainQuickHelp>(document);
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 4);
+    another.reset();
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 2);
+}
+
+TEST_F(QuickHelpTableTest, TheDescriptionTellsFactsOfTheRaster)
+{
+    EXPECT_EQ(housekeeping::QuickHelpManager::instance().description(document.id()), "2 × 1 cells");
+}
+
+TEST_F(QuickHelpTableTest, TheSheetHasAllRowsOfOneDocument)
+{
+    const terrain::TerrainDocument& other = make_document(make_raster(1, 1, {1}));
+    const TerrainQuickHelp of_other(other);
+    QuickHelpSheet sheet;
+    EXPECT_EQ(sheet.rows(), TerrainQuickHelp::rows(false));
+    sheet.show_document(document.id());
+    EXPECT_EQ(sheet.rows(), TerrainQuickHelp::rows(true));
+    EXPECT_EQ(sheet.title(), QString::fromStdString(document.short_title()));
+    EXPECT_EQ(sheet.sections().size(), 8);
+    EXPECT_EQ(sheet.sections().at(1).toMap().value("name").toString(), "View");
+}
+
+TEST_F(QuickHelpTableTest, TheSheetAnnouncesTheTextsOfItsDocumentOnly)
+{
+    QuickHelpSheet sheet;
+    sheet.show_document(document.id());
+    const QSignalSpy titles(&sheet, &QuickHelpSheet::titleChanged);
+    housekeeping::QuickHelpTitleEntry of_none(nullptr, housekeeping::DocumentId::null(), "none");
+    of_none.setAttached(true);
+    EXPECT_EQ(titles.count(), 0);
+    housekeeping::QuickHelpTitleEntry entry(nullptr, document.id(), "new");
+    entry.setAttached(true);
+    EXPECT_EQ(titles.count(), 1);
+    EXPECT_EQ(sheet.title(), "new");
+}
+
+TEST_F(QuickHelpTableTest, ThePanelDrawsARowForEachBinding)
+{
+    QuickHelpPanel panel;
+    panel.sheet().show_document(document.id());
+    panel.resize(320, 600);
+    panel.show();
+    EXPECT_TRUE(support::wait_until([&panel] { return terrain::is_varied(panel.grab().toImage()); }));
+    EXPECT_EQ(panel.rows_drawn(), TerrainQuickHelp::rows(true));
+    panel.sheet().show_document(housekeeping::DocumentId::null());
+    EXPECT_EQ(panel.rows_drawn(), TerrainQuickHelp::rows(false));
+}
+
+TEST_F(QuickHelpTableTest, ThePanelFollowsEntriesThatComeAndGo)
+{
+    QuickHelpPanel panel;
+    panel.sheet().show_document(document.id());
+    auto more = std::make_unique<TerrainQuickHelp>(document);
+    EXPECT_GT(panel.rows_drawn(), TerrainQuickHelp::rows(true));
+    more.reset();
+    EXPECT_EQ(panel.rows_drawn(), TerrainQuickHelp::rows(true));
+}

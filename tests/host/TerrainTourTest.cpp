@@ -1,0 +1,184 @@
+#include "BatchProcess.h"
+#include "RasterFiles.h"
+#include "support/VirtualScreen.h"
+#include "tour/TourReport.h"
+#include "tour/TourSteps.h"
+#include "tour/Watchdog.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtGui/QImage>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+
+using namespace host_test;
+using terrain::TourReport;
+using terrain::Watchdog;
+using testing::HasSubstr;
+
+namespace {
+
+/// A tour on a screen of its own.
+class TourProcess : public BatchProcess
+{
+public:
+    explicit TourProcess(const std::vector<std::string>& arguments)
+    {
+        std::vector<std::string> words = {"--tour"};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        show_on(m_screen.display());
+        start(words);
+    }
+
+private:
+    support::VirtualScreen m_screen;
+};
+
+QJsonArray steps_in(const std::string& folder)
+{
+    const std::string text = read_text(folder + "/" + TourReport::list_name);
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << text;
+    return document.object().value("steps").toArray();
+}
+
+/// Expects all pictures of a tour that went well.
+void expect_all_steps(const std::string& folder)
+{
+    const QJsonArray steps = steps_in(folder);
+    ASSERT_EQ(steps.size(), static_cast<int>(terrain::tour_steps().size()));
+    for (int i = 0; i < steps.size(); ++i) {
+        const QJsonObject step = steps[i].toObject();
+        EXPECT_EQ(step.value("number").toInt(), i + 1);
+        const QString name = step.value("name").toString();
+        EXPECT_EQ(name, terrain::tour_steps()[static_cast<std::size_t>(i)].name);
+        EXPECT_EQ(step.value("picture").toString(), QString("0%1-%2.png").arg(i + 1).arg(name));
+        const QImage picture(QString::fromStdString(folder) + "/" + step.value("picture").toString());
+        ASSERT_FALSE(picture.isNull()) << name.toStdString();
+        EXPECT_EQ(step.value("width").toInt(), picture.width());
+        EXPECT_EQ(step.value("height").toInt(), picture.height());
+        EXPECT_TRUE(terrain::is_varied(picture)) << name.toStdString();
+        EXPECT_GE(step.value("duration").toInt(-1), 0);
+        const QJsonArray checks = step.value("checks").toArray();
+        EXPECT_GE(checks.size(), 3);
+        for (const QJsonValue& check : checks) {
+            EXPECT_TRUE(check.toObject().value("result").toBool())
+                << check.toObject().value("text").toString().toStdString();
+        }
+    }
+}
+
+} // namespace
+
+TEST(TerrainTour, LeavesPictures)
+{
+    const std::string folder = scratch("pictures/of the tour");
+    TourProcess process({folder});
+    EXPECT_EQ(process.finish(), 0) << process.error();
+    EXPECT_THAT(process.out(), HasSubstr("pictures of the tour are in " + folder));
+    EXPECT_THAT(process.log(), HasSubstr("END OF ERROR LOG")) << "all was taken down in order";
+    expect_all_steps(folder);
+}
+
+TEST(TerrainTour, ShowsAFile)
+{
+    const std::string folder = scratch("pictures");
+    TourProcess process({folder, make_terrain_file("hollows.tif")});
+    EXPECT_EQ(process.finish(), 0) << process.error();
+    expect_all_steps(folder);
+    const QString title
+        = steps_in(folder)[0].toObject().value("checks").toArray()[1].toObject()["text"].toString();
+    EXPECT_THAT(title.toStdString(), HasSubstr("hollows.tif"));
+}
+
+TEST(TerrainTour, TwoAtOnce)
+{
+    TourProcess one({scratch("one")});
+    TourProcess other({scratch("other")});
+    EXPECT_EQ(one.finish(), 0) << one.error();
+    EXPECT_EQ(other.finish(), 0) << other.error();
+    expect_all_steps(scratch("one"));
+    expect_all_steps(scratch("other"));
+}
+
+TEST(TerrainTour, AFileThatCannotBeOpenedEndsIt)
+{
+    write_text(scratch("rubbish.tif"), "rubbish");
+    TourProcess process({scratch("pictures"), scratch("rubbish.tif")});
+    EXPECT_EQ(process.finish(), 1);
+    EXPECT_THAT(process.error(), HasSubstr("step 1, relief: a dialog appeared: Cannot read"));
+    EXPECT_TRUE(steps_in(scratch("pictures")).isEmpty());
+}
+
+TEST(TerrainTour, AFolderThatCannotBeMadeEndsIt)
+{
+    write_text(scratch("file"), "");
+    TourProcess process({scratch("file") + "/pictures"});
+    EXPECT_EQ(process.finish(), 1);
+    EXPECT_THAT(process.error(), HasSubstr("cannot be made"));
+}
+
+TEST(TerrainTour, AFolderThatCannotBeWrittenEndsIt)
+{
+    TourProcess process({"/proc/self"});
+    EXPECT_EQ(process.finish(), 1);
+    EXPECT_THAT(process.error(), HasSubstr("\"/proc/self/tour.json\" cannot be written"));
+}
+
+TEST(TerrainTour, WithoutADisplayItSaysSo)
+{
+    for (const std::vector<std::string>& arguments :
+        {std::vector<std::string>{}, {"a.tif"}, {"--tour", scratch("pictures")}}) {
+        BatchProcess process;
+        process.start(arguments);
+        EXPECT_EQ(process.finish(), 1);
+        EXPECT_THAT(process.error(), HasSubstr("there is no display"));
+    }
+}
+
+TEST(TourReport, ListsWhatItWrote)
+{
+    TourReport report(QString::fromStdString(scratch("report")));
+    EXPECT_TRUE(steps_in(scratch("report")).isEmpty());
+    QImage picture(3, 2, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    report.add({7, "red", picture, 12, {{"it is red", true}, {"it is blue", false}}});
+    const QJsonArray steps = steps_in(scratch("report"));
+    ASSERT_EQ(steps.size(), 1);
+    EXPECT_EQ(steps[0].toObject().value("picture").toString(), "07-red.png");
+    EXPECT_EQ(steps[0].toObject().value("duration").toInt(), 12);
+    const QJsonArray checks = steps[0].toObject().value("checks").toArray();
+    EXPECT_EQ(checks[1].toObject().value("text").toString(), "it is blue");
+    EXPECT_FALSE(checks[1].toObject().value("result").toBool(true));
+    EXPECT_EQ(QImage(QString::fromStdString(scratch("report/07-red.png"))).size(), QSize(3, 2));
+    EXPECT_EQ(report.entries(), 1);
+}
+
+TEST(TourReport, AMissingPictureIsAnError)
+{
+    TourReport report(QString::fromStdString(scratch("report")));
+    EXPECT_THROW(report.add({1, "nothing", QImage(), 0, {}}), std::runtime_error);
+    EXPECT_EQ(names_in(scratch("report")), std::vector<std::string>{"tour.json"});
+}
+
+TEST(Watchdog, CallsWhenNobodyIsAlive)
+{
+    std::promise<void> called;
+    const Watchdog watchdog(std::chrono::milliseconds(1), [&called] { called.set_value(); });
+    EXPECT_EQ(called.get_future().wait_for(std::chrono::minutes(1)), std::future_status::ready);
+}
+
+TEST(Watchdog, IsQuietWhenItGoesInTime)
+{
+    std::atomic<bool> called{false};
+    {
+        Watchdog watchdog(std::chrono::hours(1), [&called] { called = true; });
+        watchdog.alive();
+    }
+    EXPECT_FALSE(called);
+}
