@@ -86,7 +86,8 @@ void store(const Key& key, const QVariant& value)
     }
 }
 
-/// Reads values of one group; what is stored and cannot be read gives the default.
+/// Reads values of one group. What is stored and cannot be read gives the default; of a switch everything can
+/// be read: nothing, "0" and "false" are off, all else is on.
 class Reader
 {
 public:

@@ -32,10 +32,11 @@ const char* prefix_of(int error_class)
 
 } // namespace
 
-/// GDAL's former handler, in GDAL's type.
+/// GDAL's former handler, in GDAL's types.
 struct GDALErrorHandler::Former
 {
     CPLErrorHandler handler;
+    void* p_user_data; // the host's
 };
 
 GDALErrorHandler::GDALErrorHandler() = default;
@@ -71,14 +72,15 @@ void GDALErrorHandler::restore_if_installed()
 void GDALErrorHandler::install()
 {
     if (!m_former) {
-        m_former = std::make_unique<Former>(Former{CPLSetErrorHandler(&take_message)});
+        void* const p_user_data = CPLGetErrorHandlerUserData();
+        m_former = std::make_unique<Former>(Former{CPLSetErrorHandler(&take_message), p_user_data});
     }
 }
 
 void GDALErrorHandler::restore()
 {
     if (m_former) {
-        CPLSetErrorHandler(m_former->handler);
+        CPLSetErrorHandlerEx(m_former->handler, m_former->p_user_data);
         m_former.reset();
     }
 }

@@ -188,27 +188,3 @@ TEST(ApplicationManagerStandardError, NothingIsPrintedThere)
     EXPECT_EQ(with_windows.error(), "");
     EXPECT_EQ(without.error(), "");
 }
-
-// --- without a display
-
-TEST(ApplicationManagerDisplay, ProgramWithoutWindowsNeedsNone)
-{
-    Probe probe;
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        probe.unset(name);
-    }
-    ASSERT_TRUE(probe.start({"--batch"})) << probe.error();
-    EXPECT_EQ(probe.fact("platform"), "offscreen");
-    EXPECT_EQ(probe.fact("gui"), "no");
-    EXPECT_EQ(probe.finish(), 0);
-}
-
-TEST(ApplicationManagerDisplay, ProgramWithoutWindowsTakesWhatTheUserNames)
-{
-    Probe probe;
-    probe.unset("DISPLAY");
-    probe.set("QT_QPA_PLATFORM", "minimal");
-    ASSERT_TRUE(probe.start({"--batch"})) << probe.error();
-    EXPECT_EQ(probe.fact("platform"), "minimal");
-    EXPECT_EQ(probe.finish(), 0);
-}

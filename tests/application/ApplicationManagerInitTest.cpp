@@ -13,22 +13,26 @@
 #include <tarqa/housekeeping/MessageHandler.h>
 #include <tarqa/housekeeping/QTarqaApplication.h>
 
+#include <QtCore/QMetaMethod>
 #include <QtCore/QSettings>
 #include <QtCore/QThread>
-#include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtGui/QIcon>
 #include <QtTest/QSignalSpy>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QWidget>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <typeinfo>
 #include <vector>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -168,6 +172,21 @@ TEST(ApplicationManagerInit, BeforeItThereIsNoApplicationAndNoTranslator)
     EXPECT_FALSE(ApplicationManager::instance().isGuiApp());
 }
 
+TEST(ApplicationManagerSignals, AreFiveInTheirOrder)
+{
+    const QMetaObject& meta = ApplicationManager::staticMetaObject;
+    std::vector<std::string> signals_of_the_manager;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        if (meta.method(i).methodType() == QMetaMethod::Signal) {
+            signals_of_the_manager.push_back(meta.method(i).methodSignature().toStdString());
+        }
+    }
+    EXPECT_THAT(signals_of_the_manager,
+        ElementsAre("suspendApplication()", "resumeApplication()",
+            "mouseButtonsPreferencesChanged(housekeeping::MouseMode)", "lastWindowClosed()",
+            "progressThreadWait()"));
+}
+
 // --- environment
 
 TEST(ApplicationManagerInit, SetsTheDevicePixelRatioToAuto)
@@ -265,18 +284,54 @@ TEST(ApplicationManagerInit, TakesTheOnlyOptionsOut)
 
 TEST(ApplicationManagerInit, DoesNotReferToTheHostsArgumentsLater)
 {
+    std::string name = "test";
+    std::string first = "first";
+    char* arguments[] = {name.data(), first.data(), nullptr};
+    char** p_arguments = arguments;
+    int count = 2;
     LogCapture log;
-    {
-        std::vector<char> name = {'t', 'e', 's', 't', '\0'};
-        std::vector<char*> arguments = {name.data(), name.data(), nullptr};
-        char** p_arguments = arguments.data();
-        int count = 2;
-        init(count, p_arguments);
-        count = -1000;
-        arguments.assign(3, nullptr);
-    }
+    init(count, p_arguments);
     support::take_start_up_lines(log);
-    EXPECT_EQ(QCoreApplication::arguments().size(), 2);
+    name = "over";
+    first = "later";
+    count = -1000;
+    arguments[0] = arguments[1] = nullptr;
+    EXPECT_EQ(QCoreApplication::arguments(), QStringList({"test", "first"}));
+    EXPECT_EQ(
+        QCoreApplication::applicationFilePath(), QString::fromStdString(fs::read_symlink("/proc/self/exe")));
+}
+
+TEST(ApplicationManagerInit, TakesOptionsOutOfTheMiddleAndKeepsTheHostsOwnTexts)
+{
+    std::string texts[] = {"test", "first", "-platform", "offscreen", "first", "-style", "fusion", "last"};
+    char* arguments[] = {texts[0].data(), texts[1].data(), texts[2].data(), texts[3].data(), texts[4].data(),
+        texts[5].data(), texts[6].data(), texts[7].data(), nullptr};
+    char** p_arguments = arguments;
+    int count = 8;
+    LogCapture log;
+    init(count, p_arguments);
+    support::take_start_up_lines(log);
+    EXPECT_EQ(p_arguments, arguments);
+    ASSERT_EQ(count, 4);
+    EXPECT_THAT(std::vector<char*>(arguments, arguments + 5),
+        ElementsAre(texts[0].data(), texts[1].data(), texts[4].data(), texts[7].data(), nullptr));
+    EXPECT_EQ(texts[1] + texts[4] + texts[7], "firstfirstlast");
+}
+
+TEST(ApplicationManagerInit, CommandLineWithoutATerminatorIsNotWrittenBehind)
+{
+    std::string name = "test";
+    std::string first = "first";
+    std::string behind = "behind";
+    char* arguments[] = {name.data(), first.data(), behind.data()};
+    char** p_arguments = arguments;
+    int count = 2;
+    LogCapture log;
+    init(count, p_arguments);
+    support::take_start_up_lines(log);
+    EXPECT_EQ(count, 2);
+    EXPECT_THAT(arguments, ElementsAre(name.data(), first.data(), behind.data()));
+    EXPECT_EQ(QCoreApplication::arguments(), QStringList({"test", "first"}));
 }
 
 TEST(ApplicationManagerInit, EmptyCommandLineWillDo)
@@ -444,6 +499,18 @@ TEST(ApplicationManagerInit, StyleIsDerivedFromTheMakers)
     EXPECT_FALSE(typeid(*p_style) == typeid(pkBase::QPKProxyStyle));
 }
 
+TEST(ApplicationManagerInit, StyleHasTheProgramsHabitAndTheMakers)
+{
+    const StartedApplication started;
+    const QStyle& style = *QApplication::style();
+    EXPECT_EQ(style.styleHint(QStyle::SH_Slider_AbsoluteSetButtons), Qt::LeftButton);
+    EXPECT_EQ(style.styleHint(QStyle::SH_Menu_Scrollable), 1);
+    const auto* const p_proxy = qobject_cast<const QProxyStyle*>(&style);
+    ASSERT_NE(p_proxy, nullptr);
+    EXPECT_EQ(style.styleHint(QStyle::SH_ToolTip_WakeUpDelay),
+        p_proxy->baseStyle()->styleHint(QStyle::SH_ToolTip_WakeUpDelay));
+}
+
 TEST(ApplicationManagerInit, MakesTheMessageHandlerOnTheMainThread)
 {
     EXPECT_EQ(TestAccess::peek<MessageHandler>(), nullptr);
@@ -459,14 +526,6 @@ TEST(ApplicationManagerInit, MessagesThatWerePostedBeforeAreDelivered)
     (new ApplicationMessage)->post();
     const StartedApplication started;
     EXPECT_TRUE(spy.wait_for(1));
-}
-
-TEST(ApplicationManagerInit, SizesTheGlobalThreadPool)
-{
-    QThreadPool& pool = *QThreadPool::globalInstance();
-    pool.setMaxThreadCount(8);
-    const StartedApplication started;
-    EXPECT_EQ(pool.maxThreadCount(), QThread::idealThreadCount() >= 4 ? 6 : 8);
 }
 
 TEST(ApplicationManagerInit, LoadsTheSettings)

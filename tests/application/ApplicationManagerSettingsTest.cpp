@@ -1,6 +1,7 @@
 #include "SettingsTable.h"
 #include "StoredSettings.h"
 #include "support/LogCapture.h"
+#include "support/PrivateHome.h"
 #include "support/StartedApplication.h"
 
 #include <pkBase/pkDestructor.h>
@@ -22,17 +23,14 @@ namespace fs = std::filesystem;
 using stored_settings::in_new_application;
 using support::StartedApplication;
 using tarqa::housekeeping::ApplicationManager;
-using testing::IsEmpty;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::Not;
 
 namespace {
 
 typedef std::map<std::string, std::string> Entries;
-
-class ApplicationManagerSetting : public testing::TestWithParam<Setting>
-{
-protected:
-    const Setting& setting = GetParam();
-};
 
 /// What every setting reads, by its key.
 Entries all_values(const ApplicationManager& manager)
@@ -53,77 +51,103 @@ Entries all_initial_values()
     return values;
 }
 
-} // namespace
+/// The names of all files in the private home, but for temporary ones.
+std::vector<std::string> files_in_the_home()
+{
+    const fs::path root = fs::path(support::PrivateHome::scratch_directory()).parent_path();
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        const bool temporary = entry.path().string().rfind((root / "tmp").string(), 0) == 0;
+        if (entry.is_regular_file() && !temporary) {
+            names.push_back(entry.path().filename().string());
+        }
+    }
+    return names;
+}
 
-INSTANTIATE_TEST_SUITE_P(Table, ApplicationManagerSetting, testing::ValuesIn(settings_table()),
-    [](const testing::TestParamInfo<Setting>& row) { return row.param.key; });
+} // namespace
 
 // Every row of the table
 
-TEST_P(ApplicationManagerSetting, HasItsDefaultWithNothingStored)
+TEST(ApplicationManagerSetting, HasItsDefaultWithNothingStored)
 {
     const StartedApplication started;
-    EXPECT_EQ(setting.initial, setting.get(started.manager()));
+    EXPECT_EQ(all_initial_values(), all_values(started.manager()));
 }
 
-TEST_P(ApplicationManagerSetting, IsStoredAtOnceUnderItsKeyAlone)
+TEST(ApplicationManagerSetting, IsStoredAtOnceUnderItsKeyAlone)
 {
     const StartedApplication started;
-    std::vector<std::string> values = setting.others;
-    values.push_back(setting.initial);
-    for (const std::string& value : values) {
-        setting.set(started.manager(), value);
-        EXPECT_EQ(value, setting.get(started.manager()));
-        EXPECT_EQ(stored_settings::entries(), (Entries{{setting.path(), value}}));
+    for (const Setting& setting : settings_table()) {
+        SCOPED_TRACE(setting.key);
+        std::vector<std::string> values = setting.others;
+        values.push_back(setting.initial);
+        for (const std::string& value : values) {
+            setting.set(started.manager(), value);
+            EXPECT_EQ(value, setting.get(started.manager()));
+            EXPECT_EQ(stored_settings::entries(), (Entries{{setting.path(), value}}));
+        }
+        fs::remove(stored_settings::path());
     }
 }
 
-TEST_P(ApplicationManagerSetting, ChangesNoOtherSetting)
+TEST(ApplicationManagerSetting, ChangesNoOtherSetting)
 {
     const StartedApplication started;
-    setting.set(started.manager(), setting.others.front());
-    Entries expected = all_initial_values();
-    expected[setting.key] = setting.others.front();
-    if (setting.key == "shader_rendering") {
-        expected["seismicRenderQuality"] = "0";
-    }
-    EXPECT_EQ(expected, all_values(started.manager()));
-}
-
-TEST_P(ApplicationManagerSetting, IsKnownToTheNextProcess)
-{
-    for (const std::string& value : setting.others) {
-        const std::string first = in_new_application([&](ApplicationManager& manager) {
-            setting.set(manager, value);
-            return setting.get(manager);
-        });
-        EXPECT_EQ(value, first);
-        const std::string second
-            = in_new_application([&](ApplicationManager& manager) { return setting.get(manager); });
-        EXPECT_EQ(setting.read_back ? value : setting.initial, second);
-        EXPECT_EQ(stored_settings::entries(), (Entries{{setting.path(), value}}));
+    for (const Setting& setting : settings_table()) {
+        SCOPED_TRACE(setting.key);
+        setting.set(started.manager(), setting.others.front());
+        Entries expected = all_initial_values();
+        expected[setting.key] = setting.others.front();
+        if (setting.key == "shader_rendering") {
+            expected["seismicRenderQuality"] = "0";
+        }
+        EXPECT_EQ(expected, all_values(started.manager()));
+        setting.set(started.manager(), setting.initial);
     }
 }
 
-TEST_P(ApplicationManagerSetting, IsReadFromItsKeyAlone)
+TEST(ApplicationManagerSetting, IsKnownToTheNextProcess)
 {
-    const std::string& other = setting.others.front();
-    std::string content = "[General]\n" + setting.key + "=" + other + "\n";
-    for (const char* group : {"application", "performance_options", "viewer_options", "animation_tool"}) {
-        if (group != setting.group) {
-            content += std::string("[") + group + "]\n" + setting.key + "=" + other + "\n";
+    for (const Setting& setting : settings_table()) {
+        SCOPED_TRACE(setting.key);
+        for (const std::string& value : setting.others) {
+            const std::string first = in_new_application([&](ApplicationManager& manager) {
+                setting.set(manager, value);
+                return setting.get(manager);
+            });
+            EXPECT_EQ(value, first);
+            const std::string second
+                = in_new_application([&](ApplicationManager& manager) { return setting.get(manager); });
+            EXPECT_EQ(setting.read_back ? value : setting.initial, second);
+            EXPECT_EQ(stored_settings::entries(), (Entries{{setting.path(), value}}));
+        }
+        fs::remove(stored_settings::path());
+    }
+}
+
+TEST(ApplicationManagerSetting, IsReadFromItsKeyAlone)
+{
+    std::string content;
+    for (const std::string group :
+        {"General", "application", "performance_options", "viewer_options", "animation_tool"}) {
+        content += "[" + group + "]\n";
+        for (const Setting& setting : settings_table()) {
+            // In its own group under another key, in the others under its own.
+            const std::string end = group == setting.group ? "_=" : "=";
+            content += setting.key + end + setting.others.front() + "\n";
         }
     }
-    content += "[" + setting.group + "]\n" + setting.key + "_=" + other + "\n";
     stored_settings::write(content);
     const StartedApplication started;
     EXPECT_EQ(all_initial_values(), all_values(started.manager()));
 }
 
-TEST_P(ApplicationManagerSetting, MayBeSetBeforeTheApplicationIsStarted)
+TEST(ApplicationManagerSetting, MayBeSetBeforeTheApplicationIsStarted)
 {
     ApplicationManager& manager = ApplicationManager::instance();
-    {
+    for (const Setting& setting : settings_table()) {
+        SCOPED_TRACE(setting.key);
         support::LogCapture log; // nobody has said yet whose settings they are
         for (const std::string& value : setting.others) {
             setting.set(manager, value);
@@ -131,10 +155,15 @@ TEST_P(ApplicationManagerSetting, MayBeSetBeforeTheApplicationIsStarted)
             EXPECT_TRUE(log.take("The setting \"" + setting.path() + "\" could not be stored in "));
         }
     }
-    EXPECT_FALSE(stored_settings::exists());
+    EXPECT_THAT(files_in_the_home(), ElementsAre("Tarq_1.log"));
     const StartedApplication started;
-    const bool untouched = setting.key == "useToolboxAutoSelect" || setting.key == "useOptimizedFlowpaths";
-    EXPECT_EQ(untouched ? setting.others.back() : setting.initial, setting.get(manager));
+    for (const Setting& setting : settings_table()) {
+        SCOPED_TRACE(setting.key);
+        const bool untouched
+            = setting.key == "useToolboxAutoSelect" || setting.key == "useOptimizedFlowpaths";
+        EXPECT_EQ(untouched ? setting.others.back() : setting.initial, setting.get(manager));
+    }
+    EXPECT_THAT(files_in_the_home(), Not(Contains(EndsWith(".conf"))));
 }
 
 // The table as a whole

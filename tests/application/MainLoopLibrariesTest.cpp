@@ -136,4 +136,53 @@ TEST(MainLoopRasters, HandlerIsBackWithoutAMainLoop)
     EXPECT_EQ(host_messages(), std::vector<std::string>{"after"});
 }
 
+// Which comes first
+
+/// Complains to GDAL when it goes.
+class DyingObject : public osg::Group
+{
+public:
+    explicit DyingObject(const char* name)
+        : m_name(name)
+    { }
+
+protected:
+    ~DyingObject() override { complain(m_name); }
+
+private:
+    const char* m_name;
+};
+
+/// Complains to GDAL when the watched object goes.
+class Mourner : public osg::Observer
+{
+public:
+    void objectDeleted(void*) override
+    {
+        was_cached = is_cached("a.osg");
+        complain("plug-in");
+    }
+    bool was_cached = true;
+};
+
+TEST(MainLoopEnd, ObjectsGoBeforePlugInsAndTheseBeforeGDALsMessages)
+{
+    CPLSetErrorHandler(&host_handler);
+    const StartedApplication started;
+    LogCapture log;
+    osgDB::Registry* const p_registry = osgDB::Registry::instance();
+    p_registry->addEntryToObjectCache("a.osg", new DyingObject("object"));
+    osgDB::ReaderWriter* const p_reader = p_registry->getReaderWriterForExtension("rgb");
+    ASSERT_NE(p_reader, nullptr);
+    Mourner mourner;
+    p_reader->addObserver(&mourner);
+    run_main_loop(started, [] {});
+    complain("after");
+
+    EXPECT_FALSE(mourner.was_cached);
+    EXPECT_EQ(log.text(), "CE_Warning: object\nCE_Warning: plug-in\n");
+    EXPECT_EQ(host_messages(), std::vector<std::string>{"after"});
+    log.take_all();
+}
+
 } // namespace

@@ -12,9 +12,11 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
+#include <cpl_error.h>
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
 #include <thread>
 
 namespace {
@@ -191,6 +193,45 @@ TEST_F(MainLoop, DoesNotRunInsideItself)
     EXPECT_TRUE(still_inside);
     EXPECT_TRUE(went_on);
     EXPECT_FALSE(is_in_main_loop());
+}
+
+/// Throws what the program does not know.
+class Thrower : public QObject
+{
+public:
+    bool event(QEvent* p_event) override
+    {
+        if (p_event->type() == QEvent::User) {
+            throw 42;
+        }
+        return QObject::event(p_event);
+    }
+};
+
+std::string s_messages;
+
+void note_message(CPLErr, CPLErrorNum, const char* message)
+{
+    s_messages += message;
+}
+
+TEST(MainLoopThrownOutOf, IsOverAndHasLetGo)
+{
+    qputenv("QT_NO_GLIB", "1"); // exceptions pass through Qt's own loop
+    CPLSetErrorHandler(&note_message);
+    const StartedApplication started;
+    QWidget window;
+    started.manager().top_level_widget(&window);
+    LogCapture log;
+    Thrower thrower;
+    QCoreApplication::postEvent(&thrower, new QEvent(QEvent::User));
+    EXPECT_THROW(started.manager().main_loop(), int);
+
+    started.manager().top_level_widget(&window); // checks the flag
+    EXPECT_TRUE(log.took_assert("0 == m_p_top_widget", "top_level_widget", s_source));
+    EXPECT_EQ(log.count("false == m_in_main_loop"), 0);
+    CPLError(CE_Warning, CPLE_AppDefined, "after");
+    EXPECT_EQ(s_messages, "after");
 }
 
 TEST(MainLoopWithoutWindow, IsLoggedAndRuns)

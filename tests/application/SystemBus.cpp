@@ -8,6 +8,10 @@
 
 #include <stdexcept>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace {
 
 const int s_patience = 60000; // milliseconds, for a machine that is very busy
@@ -74,6 +78,37 @@ void SystemBus::kill()
 void SystemBus::use(const std::string& address)
 {
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", QByteArray::fromStdString(address));
+}
+
+SilentBus::SilentBus()
+    : m_socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+{
+    const std::string path = support::PrivateHome::scratch_directory() + "/silent";
+    m_address = "unix:path=" + path;
+    sockaddr_un name = {};
+    name.sun_family = AF_UNIX;
+    path.copy(name.sun_path, sizeof(name.sun_path) - 1);
+    if (::bind(m_socket, reinterpret_cast<const sockaddr*>(&name), sizeof(name)) != 0
+        || ::listen(m_socket, 8) != 0) {
+        throw std::runtime_error("no socket " + path);
+    }
+}
+
+SilentBus::~SilentBus()
+{
+    ::close(m_socket);
+}
+
+void SilentBus::refuse()
+{
+    for (int caller = 0; (caller = ::accept(m_socket, nullptr, nullptr)) >= 0;) {
+        ::close(caller);
+    }
+}
+
+void SilentBus::hang_up()
+{
+    ::shutdown(m_socket, SHUT_RDWR);
 }
 
 SleepAnnouncer::SleepAnnouncer(const SystemBus& bus, const QString& service)

@@ -31,6 +31,26 @@ private:
     QProcess m_daemon;
 };
 
+/// The socket of a bus, in the scratch directory, behind which nobody speaks.
+class SilentBus
+{
+public:
+    /// Throws std::runtime_error if there can be no such socket.
+    SilentBus();
+    ~SilentBus();
+    SilentBus(const SilentBus&) = delete;
+    SilentBus& operator=(const SilentBus&) = delete;
+
+    const std::string& address() const { return m_address; }
+    /// Closes every connection at once, until hang_up() is called in another thread.
+    void refuse();
+    void hang_up();
+
+private:
+    std::string m_address;
+    int m_socket;
+};
+
 /// A program on the bus that announces that the machine is about to sleep and has woken up.
 class SleepAnnouncer
 {

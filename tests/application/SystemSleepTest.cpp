@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -196,6 +197,21 @@ TEST(SystemSleep, NobodyMindsAnAddressThatIsNone)
 TEST(SystemSleep, NobodyMindsAnEmptyAddress)
 {
     start_without_a_bus("");
+}
+
+TEST(SystemSleep, NobodyWaitsForABusThatNeverAnswers)
+{
+    const SilentBus bus; // takes connections, for that the operating system needs nobody
+    start_without_a_bus(bus.address());
+}
+
+TEST(SystemSleep, NobodyMissesABusThatClosesAtOnce)
+{
+    SilentBus bus;
+    std::thread porter([&bus] { bus.refuse(); });
+    start_without_a_bus(bus.address());
+    bus.hang_up();
+    porter.join();
 }
 
 } // namespace

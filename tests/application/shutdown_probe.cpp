@@ -10,13 +10,17 @@
 #include <tarqa/housekeeping/ThreadLocal.h>
 #include <tarqa/utilities/Exception.h>
 
+#include <QtCore/QSemaphore>
+#include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
 #include <boost/weak_ptr.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -25,6 +29,7 @@
 #include <thread>
 #include <vector>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 // A host that ends in the way that its first argument names, and prints which singletons are left when, one
@@ -328,6 +333,59 @@ int cycle(CommandLine line)
     return looped(line);
 }
 
+/// Twenty lives, one after the other, each in a copy of this process that nothing has happened to.
+int cycles(CommandLine line)
+{
+    for (int i = 0; i < 20; ++i) {
+        std::fflush(stdout);
+        const pid_t child = fork();
+        if (child == 0) {
+            std::exit(cycle(line));
+        }
+        int status = 0;
+        if (waitpid(child, &status, 0) != child || status != 0) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+/// A task of the pool still runs when the ordered destruction begins, and asks for the manager.
+int with_a_busy_pool(CommandLine line)
+{
+    static QSemaphore s_end_has_begun;
+    static ApplicationManager* s_p_manager = nullptr;
+    start(line);
+    s_p_manager = &ApplicationManager::instance();
+    QThreadPool::globalInstance()->start([] {
+        s_end_has_begun.acquire();
+        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // long enough for all the destruction
+        print(
+            "task finds", &ApplicationManager::instance() == s_p_manager ? "the manager" : "another manager");
+    });
+    pkDestructor(pkDestructionPhase(0), [] { s_end_has_begun.release(); });
+    return end();
+}
+
+/// Ends the process while the loop runs.
+int exits_in_its_loop(CommandLine line)
+{
+    start(line);
+    run_main_loop([] {
+        watch_the_beginnings_of_phases();
+        std::exit(7);
+    });
+    return 1;
+}
+
+/// A worker ends the process while the loop runs.
+int exits_in_a_worker(CommandLine line)
+{
+    start(line);
+    run_main_loop([] { std::thread([] { std::exit(7); }).join(); });
+    return 1;
+}
+
 struct Way
 {
     const char* name;
@@ -350,7 +408,10 @@ const Way s_ways[] = {
     {"window", &with_a_window},
     {"last-words", &with_last_words},
     {"relaunched", &relaunched},
-    {"cycle", &cycle},
+    {"cycles", &cycles},
+    {"busy-pool", &with_a_busy_pool},
+    {"exits-in-its-loop", &exits_in_its_loop},
+    {"exits-in-a-worker", &exits_in_a_worker},
 };
 
 } // namespace

@@ -231,6 +231,19 @@ TEST(pkDestructor, ArmedTwiceRunsOnceAtExit)
     EXPECT_EXIT(arm_twice(), testing::ExitedWithCode(0), "between;entry;$");
 }
 
+TEST(pkDestructor, ExitInAnotherThreadDestroysNothing)
+{
+    const auto exit_in_a_worker = [] {
+        pkDestructor::run_at_exit();
+        enter(5, [] { say("entry;"); });
+        std::thread([] {
+            say("exiting;");
+            std::exit(7);
+        }).join();
+    };
+    EXPECT_EXIT(exit_in_a_worker(), testing::ExitedWithCode(7), "exiting;$");
+}
+
 TEST(pkDestructor, IsNotRunAtExitUnlessArmed)
 {
     EXPECT_EXIT(exit_armed(0), testing::ExitedWithCode(0), "exiting;$");

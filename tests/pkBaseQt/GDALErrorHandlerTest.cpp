@@ -156,6 +156,21 @@ TEST(GDALErrorHandler, RestoreGivesTheFormerHandlerBack)
     EXPECT_THAT(s_former, ElementsAre("message"));
 }
 
+TEST(GDALErrorHandler, RestoreGivesTheFormerHandlersDataBack)
+{
+    std::vector<std::string> taken;
+    CPLSetErrorHandlerEx(
+        [](CPLErr, CPLErrorNum, const char* p_message) {
+            static_cast<std::vector<std::string>*>(CPLGetErrorHandlerUserData())->push_back(p_message);
+        },
+        &taken);
+    GDALErrorHandler::instance().install();
+    GDALErrorHandler::instance().restore();
+    CPLError(CE_Failure, CPLE_AppDefined, "to the host");
+    EXPECT_THAT(taken, ElementsAre("to the host"));
+    CPLSetErrorHandler(nullptr);
+}
+
 TEST(GDALErrorHandler, RestoreWithoutInstallLeavesGdalAlone)
 {
     CPLSetErrorHandler(&note_former);

@@ -34,7 +34,8 @@ bool write_all(int to, const std::string& text)
     return true;
 }
 
-[[noreturn]] void run_child(const std::function<std::string()>& work, int to_parent, int from_parent)
+[[noreturn]] void run_child(const std::function<std::string()>& work, const std::function<void()>& end,
+    int to_parent, int from_parent)
 {
     std::string report;
     try {
@@ -45,13 +46,15 @@ bool write_all(int to, const std::string& text)
     const bool sent = write_all(to_parent, report);
     ::close(to_parent);
     char nothing = 0;
-    read_some(from_parent, &nothing, 1); // until the parent closes its end
+    if (read_some(from_parent, &nothing, 1) == 1) { // or the parent has closed its end
+        end();
+    }
     ::_exit(sent ? 0 : 1);
 }
 
 } // namespace
 
-ChildProcess::ChildProcess(const std::function<std::string()>& work)
+ChildProcess::ChildProcess(const std::function<std::string()>& work, const std::function<void()>& end)
 {
     std::array<int, 2> up;
     std::array<int, 2> down;
@@ -65,7 +68,7 @@ ChildProcess::ChildProcess(const std::function<std::string()>& work)
     if (m_id == 0) {
         ::close(up[0]);
         ::close(down[1]);
-        run_child(work, up[1], down[0]);
+        run_child(work, end, up[1], down[0]);
     }
     ::close(up[1]);
     ::close(down[0]);
@@ -96,14 +99,14 @@ const std::string& ChildProcess::report()
     return m_report;
 }
 
-void ChildProcess::let_go()
+int ChildProcess::let_go()
 {
     report();
     if (::write(m_to_child, "x", 1) == 1) {
-        wait();
-    } else {
-        kill();
+        return wait();
     }
+    kill();
+    return -1;
 }
 
 void ChildProcess::kill()
@@ -112,10 +115,13 @@ void ChildProcess::kill()
     wait();
 }
 
-void ChildProcess::wait()
+/// @return its exit code; -1 if it was killed
+int ChildProcess::wait()
 {
-    while (::waitpid(m_id, nullptr, 0) < 0 && errno == EINTR) { }
+    int status = 0;
+    while (::waitpid(m_id, &status, 0) < 0 && errno == EINTR) { }
     m_ended = true;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 } // namespace support

@@ -9,13 +9,15 @@ namespace support {
 
 /**
  * A forked copy of the test process. It runs a function, reports the text that the function gives, and stays
- * until it is told to go or killed; it never cleans up after itself.
+ * until it is told to go or killed. What it is to clean up after itself, a second function does.
  */
 class ChildProcess
 {
 public:
     /// Starts it; an exception that leaves @p work is reported as "exception".
-    explicit ChildProcess(const std::function<std::string()>& work);
+    /// @param end called when it is told to go
+    explicit ChildProcess(
+        const std::function<std::string()>& work, const std::function<void()>& end = [] {});
     /// Kills it if it is still there.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
@@ -23,14 +25,15 @@ public:
 
     /// What the function gave; waits for it. Empty if the process died before.
     const std::string& report();
-    /// Waits until it has ended of its own accord.
-    void let_go();
+    /// Waits until it has ended of its own accord. @return its exit code, 0 unless something went wrong; -1
+    /// if it was killed
+    int let_go();
     /// Ends it by force.
     void kill();
     pid_t id() const { return m_id; }
 
 private:
-    void wait();
+    int wait();
 
     pid_t m_id;
     int m_from_child;
