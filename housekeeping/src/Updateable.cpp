@@ -1,5 +1,6 @@
 #include <tarqa/housekeeping/Updateable.h>
 
+#include <iterator>
 #include <vector>
 
 namespace tarqa::housekeeping {
@@ -19,6 +20,14 @@ Updateable::Registry& Updateable::registry()
 void Updateable::register_controller(AbstractController* p_controller)
 {
     registry().insert(std::make_pair(p_controller, this));
+}
+
+void Updateable::unregister()
+{
+    Registry& views = registry();
+    for (auto iter = views.begin(); iter != views.end();) {
+        iter = iter->second == this ? views.erase(iter) : std::next(iter);
+    }
 }
 
 void Updateable::update(AbstractController* p_controller)

@@ -1,3 +1,4 @@
+#include "support/EmptyRegistry.h"
 #include "support/Fakes.h"
 #include "support/LogCapture.h"
 #include "support/Phases.h"
@@ -15,7 +16,6 @@
 #include <functional>
 #include <string>
 #include <thread>
-#include <vector>
 
 using namespace tarqa::housekeeping;
 using support::journal;
@@ -59,32 +59,6 @@ private:
     std::atomic<bool> m_started{false};
     std::atomic<bool> m_finished{false};
     boost::shared_ptr<AbstractController> m_controller;
-};
-
-/// Takes what is registered already out of the way while it lives.
-class EmptyRegistry
-{
-public:
-    EmptyRegistry() { swap(); }
-    ~EmptyRegistry() { swap(); }
-    EmptyRegistry(const EmptyRegistry&) = delete;
-    EmptyRegistry& operator=(const EmptyRegistry&) = delete;
-
-private:
-    struct Products : AbstractControllerFactory
-    {
-        using AbstractControllerFactory::registry;
-        using AbstractControllerFactory::registry_str;
-    };
-
-    void swap()
-    {
-        m_registry.swap(Products::registry());
-        m_names.swap(Products::registry_str());
-    }
-
-    Products::Registry m_registry;
-    std::vector<std::string> m_names;
 };
 
 /// Does something while the controller manager makes its controllers.
@@ -157,7 +131,7 @@ TEST(ControllerManager, PostInitMayLookUpAnyController)
 
 TEST(ControllerManager, WithoutProductsNothingIsMade)
 {
-    const EmptyRegistry empty;
+    const support::EmptyRegistry<AbstractControllerFactory> empty;
     manager().init();
     manager().post_init();
     EXPECT_EQ(0u, TestAccess::controllers(manager()));

@@ -17,8 +17,11 @@
 #include <tarqa/housekeeping/MessageHandler.h>
 #include <tarqa/housekeeping/ThreadLocal.h>
 #include <tarqa/housekeeping/TimerObject.h>
+#include <tarqa/housekeeping/UndoRedoController.h>
 #include <tarqa/housekeeping/Updateable.h>
 #include <tarqa/housekeeping/gui/MainWindowMessage.h>
+#include <tarqa/housekeeping/gui/PresentationManager.h>
+#include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
 
 #include <QtCore/QTimer>
 
@@ -79,6 +82,30 @@ public:
         return manager.m_controller_map.size();
     }
     static std::size_t registered_views() { return Updateable::registry().size(); }
+    static bool follows_history(const UndoRedoController& controller) { return controller.m_follow_history; }
+
+    // Presentations
+    static std::size_t presentations(const gui::PresentationManager& manager)
+    {
+        return manager.m_presentations.size();
+    }
+    static void update_presentation_private(gui::AbstractPresentation& presentation)
+    {
+        presentation.update_presentation_private();
+    }
+    static std::string controller_name(const gui::UndoRedoPresentation& presentation)
+    {
+        return presentation.controller_name();
+    }
+    static UndoRedoController* controller(const gui::UndoRedoPresentation& presentation)
+    {
+        return presentation.controller();
+    }
+    static AbstractQuickHelpEntry* createQuickHelpKeySequenceEntry(gui::UndoRedoPresentation& presentation,
+        QAction* p_action, const QString& description, const QuickHelpSection& section)
+    {
+        return presentation.createQuickHelpKeySequenceEntry(p_action, description, section);
+    }
 
     // Commands
     static bool cancel_requested(const AbstractCommand& command) { return command.m_cancelled; }

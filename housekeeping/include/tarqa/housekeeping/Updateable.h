@@ -30,6 +30,8 @@ public:
 protected:
     /// Registers this view for @p p_controller; each call counts.
     void register_controller(AbstractController* p_controller);
+    /// Takes this view out everywhere, for a derived class that may go before its controller.
+    void unregister();
 
 private:
     friend class TestAccess;

@@ -42,12 +42,13 @@ class TQ_HK_EXPORT MainWindowMessage : public MessageFamily<MainWindowMessage>
     Q_OBJECT
 
 public:
-    /// What the target is; with any other kind nothing is added.
+    /// What the target is; with any other kind nothing is added, but subscribers may act on it.
     enum Kind : int
     {
         MenuBar = 0,
         Menu = 1,
-        ToolBar = 2
+        ToolBar = 2,
+        EditActions = 6 ///< the owner asks for the undo and redo actions, see AbstractMainWindow
     };
 
     /// Menus live on the main thread.

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <tarqa/housekeeping/QuickHelpSection.h>
+#include <tarqa/housekeeping/UndoRedoController.h>
+#include <tarqa/housekeeping/gui/AbstractPresentation.h>
+#include <tarqa/housekeeping/tq_hk_export.h>
+
+#include <QtCore/QObject>
+
+#include <boost/shared_ptr.hpp>
+
+#include <memory>
+#include <vector>
+
+class QAction;
+
+namespace tarqa::housekeeping {
+class AbstractQuickHelpEntry;
+class DocumentMessage;
+} // namespace tarqa::housekeeping
+
+namespace tarqa::housekeeping::gui {
+
+class MainWindowMessage;
+class UndoRedoSide;
+
+/**
+ * Undo and redo in the window: two actions for the Edit menu, two for a tool bar with drop-down lists of the
+ * commands that can be undone or redone, and a quick-help entry for each shortcut. Choosing the n-th entry of
+ * a list undoes or redoes the last n commands.
+ *
+ * The library registers it under the name "UndoRedoPresentation". Actions and lists are its own. The
+ * shortcuts act on the widget that has the focus: a host adds the menu actions to its views too. Main thread.
+ */
+class TQ_HK_EXPORT UndoRedoPresentation : public QObject, public AbstractPresentation
+{
+    Q_OBJECT
+
+public:
+    UndoRedoPresentation();
+    /// Deletes the two lists.
+    ~UndoRedoPresentation() override;
+
+    /// The one that the PresentationManager holds; empty before its init().
+    static boost::shared_ptr<UndoRedoPresentation> instance();
+
+    /// The actions of the menu; null before init(). Owned here.
+    QAction* undo_action();
+    QAction* redo_action();
+    /// The actions of the tool bar; null before init(). Owned here.
+    QAction* undo_tool_bar_action();
+    QAction* redo_tool_bar_action();
+
+    /// Shows what can be undone and redone, or, with false, the plain texts.
+    void enable_edit_actions(bool enable);
+
+public slots:
+    void undo();
+    void redo();
+    /// Undoes the last @p num_undos commands of the current document; does nothing while any document is
+    /// busy.
+    void undos_selected(const size_t& num_undos);
+    void redos_selected(const size_t& num_redos);
+    void handle_message(housekeeping::gui::MainWindowMessage& message);
+    void handle_message(housekeeping::DocumentMessage& message);
+
+private slots:
+    void undo(QAction* p_action);
+    void redo(QAction* p_action);
+    void hoveredUndo(QAction* p_action);
+    void hoveredUndo();
+    void hoveredRedo(QAction* p_action);
+    void hoveredRedo();
+
+private:
+    friend class housekeeping::TestAccess;
+
+    void update_presentation() override;
+    void init_presentation() override;
+    void build_presentation() override;
+    std::string controller_name() const override;
+    UndoRedoController* controller() const override;
+
+    void build_actions();
+    void set_undo_redo_items(bool fetch);
+    AbstractQuickHelpEntry* createQuickHelpKeySequenceEntry(
+        QAction* p_action, const QString& description, const QuickHelpSection& section);
+
+    typedef std::vector<CommandDetails> (UndoRedoController::*DetailsOf)(const unsigned long long&) const;
+    typedef void (UndoRedoController::*Steps)(const unsigned long long&);
+    void fill_waiting_list(UndoRedoSide& side, DetailsOf details_of);
+    void run(size_t count, Steps steps, const char* function);
+
+    std::unique_ptr<UndoRedoSide> m_undo; // null before init()
+    std::unique_ptr<UndoRedoSide> m_redo;
+    AbstractQuickHelpEntry* m_p_undo_quick_help = nullptr; // children of this object
+    AbstractQuickHelpEntry* m_p_redo_quick_help = nullptr;
+};
+
+} // namespace tarqa::housekeeping::gui

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <tarqa/housekeeping/AbstractControllerFactory.h>
+#include <tarqa/housekeeping/tq_hk_export.h>
+
+#include <boost/shared_ptr.hpp>
+
+namespace tarqa::housekeeping {
+
+/// Registers the UndoRedoController; the library holds the one object.
+class TQ_HK_EXPORT UndoRedoControllerFactory : public AbstractControllerFactory
+{
+public:
+    UndoRedoControllerFactory();
+    ~UndoRedoControllerFactory() override;
+
+    boost::shared_ptr<AbstractController> create_product() override;
+    /// The caller owns the controller.
+    AbstractController* create_unmanaged_product() override;
+};
+
+} // namespace tarqa::housekeeping
