@@ -1,5 +1,7 @@
 #include "support/Fakes.h"
 
+#include "support/Kept.h"
+
 #include "support/Controllers.h"
 
 #include <tarqa/housekeeping/CancelCommandException.h>
@@ -272,7 +274,7 @@ AbstractController* FakeControllerFactory::create_unmanaged_product()
 
 FakeControllerFactory& register_controller(const std::string& name)
 {
-    return *new FakeControllerFactory(name); // the registry refers to it until the process ends
+    return kept(new FakeControllerFactory(name));
 }
 
 FakeView::FakeView(const std::string& name)

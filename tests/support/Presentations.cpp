@@ -1,5 +1,7 @@
 #include "support/Presentations.h"
 
+#include "support/Kept.h"
+
 #include "support/Fakes.h"
 
 namespace support {
@@ -64,8 +66,7 @@ gui::AbstractPresentation* FakePresentationFactory::create_unmanaged_product()
 
 FakePresentationFactory& register_presentation(const std::string& name, const std::string& controller)
 {
-    // The registry refers to it until the process ends.
-    return *new FakePresentationFactory(name, controller);
+    return kept(new FakePresentationFactory(name, controller));
 }
 
 } // namespace support
