@@ -6,15 +6,19 @@
 #include "windows/MainWindow.h"
 
 #include <tarqa/housekeeping/ApplicationManager.h>
+#include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
+#include <tarqa/housekeeping/gui/PresentationManager.h>
 
 #include <pkBase/pkDestructor.h>
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/utilities/Exception.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 
 #include <iostream>
@@ -66,6 +70,13 @@ int fail(const char* text)
     return terrain::Batch::Failed;
 }
 
+/// The presentations need the window, and its menus need the presentations.
+void furnish(terrain::MainWindow& window)
+{
+    housekeeping::gui::PresentationManager::instance().init();
+    window.build_menus();
+}
+
 /// Shows @p window until it is closed.
 void show(terrain::MainWindow& window)
 {
@@ -73,12 +84,14 @@ void show(terrain::MainWindow& window)
     application.top_level_widget(&window);
     application.show();
     application.main_loop();
+    housekeeping::CommandManager::instance().finish();
 }
 
 /// In the main loop, so that whatever the files lead to has the window behind it.
 int show_files(const std::vector<std::string>& files)
 {
     terrain::MainWindow window;
+    furnish(window);
     QTimer::singleShot(0, &window, [&window, &files] {
         for (const std::string& file : files) {
             window.open(QString::fromStdString(file));
@@ -91,7 +104,11 @@ int show_files(const std::vector<std::string>& files)
 int show_tour(const std::string& folder, const std::string& file)
 {
     try {
+        // It neither depends on where the user has put the panels, nor does it put them elsewhere.
+        const QTemporaryDir settings;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
         terrain::MainWindow window;
+        furnish(window);
         terrain::Tour tour(
             window, QString::fromStdString(folder), QString::fromStdString(file), std::cout, std::cerr);
         tour.start();

@@ -1,25 +1,25 @@
 #include "windows/MainWindow.h"
 #include "RasterFiles.h"
+#include "WindowFixture.h"
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
 #include "io/RasterReader.h"
+#include "panels/HomePanel.h"
 #include "panels/QuickHelpPanel.h"
 #include "panels/QuickHelpSheet.h"
-#include "support/App.h"
-#include "support/Controllers.h"
 #include "support/DialogDriver.h"
-#include "support/LogCapture.h"
+#include "support/MessageSpy.h"
 #include "tour/UserInput.h"
 #include "views/TerrainView.h"
 #include "windows/DocumentBox.h"
 
-#include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
 #include <QtCore/QMimeData>
 #include <QtGui/QDragEnterEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QListWidget>
 
 #include <gtest/gtest.h>
 
@@ -34,30 +34,9 @@ using terrain::MainWindow;
 
 namespace {
 
-class MainWindowTest : public testing::Test
+class MainWindowTest : public WindowTest
 {
 protected:
-    void SetUp() override
-    {
-        support::init_controllers();
-        pkBase::pkProductInfo::instance().marketing_name("Tarq Terrain");
-        window = std::make_unique<MainWindow>();
-        window->show();
-        QApplication::setActiveWindow(window.get());
-    }
-
-    static QString terrain_file(const std::string& name)
-    {
-        return QString::fromStdString(make_terrain_file(name));
-    }
-
-    static int documents() { return static_cast<int>(DocumentManager::instance().num_documents()); }
-
-    static terrain::TerrainDocument& current()
-    {
-        return dynamic_cast<terrain::TerrainDocument&>(DocumentManager::instance().current_document());
-    }
-
     /// Whether the window accepts the data; drops it then.
     bool drop(const QMimeData& data)
     {
@@ -70,10 +49,6 @@ protected:
         QApplication::sendEvent(window.get(), &event);
         return true;
     }
-
-    support::App application;
-    support::LogCapture log;
-    std::unique_ptr<MainWindow> window;
 };
 
 } // namespace
@@ -98,7 +73,8 @@ TEST_F(MainWindowTest, OpensARaster)
     ASSERT_EQ(documents(), 1);
     ASSERT_NE(window->view(), nullptr);
     EXPECT_EQ(window->view()->document(), current().id());
-    EXPECT_EQ(window->windowTitle(), file + " - Tarq Terrain");
+    EXPECT_EQ(window->windowTitle(), file + "[*] - Tarq Terrain");
+    EXPECT_FALSE(window->isWindowModified());
     EXPECT_EQ(window->document_box().currentText(), "hills");
     EXPECT_EQ(window->quick_help().sheet().title(), "hills");
     EXPECT_TRUE(window->action(Deed::Export).isEnabled());
@@ -250,6 +226,36 @@ TEST_F(MainWindowTest, DroppedFilesAreOpened)
     log.take_all();
 }
 
+TEST_F(MainWindowTest, DroppedFilesAreAnnouncedAndAskedForByMessage)
+{
+    open_terrain_file("a.tif");
+    const housekeeping::DocumentId id = current().id();
+    support::FilesInsertMessageSpy spy;
+    std::vector<housekeeping::gui::UrlList> dropped;
+    QObject::connect(window.get(), &MainWindow::dropped,
+        [&dropped](const housekeeping::gui::UrlList& urls) { dropped.push_back(urls); });
+    QMimeData data;
+    const QString file = terrain_file("b c.tif");
+    data.setUrls({QUrl::fromLocalFile(file)});
+    EXPECT_TRUE(drop(data));
+    ASSERT_EQ(dropped.size(), 1u);
+    ASSERT_EQ(dropped[0].size(), 1u);
+    EXPECT_EQ(dropped[0][0], QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded).toStdString());
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.received()[0].files, std::vector<std::string>{file.toStdString()});
+    EXPECT_EQ(spy.received()[0].document_id, id.getId());
+    log.take_all();
+}
+
+TEST_F(MainWindowTest, OpensWhatAMessageAsksFor)
+{
+    auto* const p_message = housekeeping::FilesInsertMessage::instance();
+    p_message->files({make_terrain_file("a.tif"), make_terrain_file("b.tif")});
+    housekeeping::Message::dispatch(p_message);
+    EXPECT_EQ(documents(), 2);
+    log.take_all();
+}
+
 TEST_F(MainWindowTest, OtherThingsCannotBeDropped)
 {
     QMimeData data;
@@ -329,25 +335,16 @@ TEST_F(MainWindowTest, KeysZoomAndMoveTheMap)
     EXPECT_GT(view.map_position({50, 50}).y(), place.y());
 }
 
-TEST_F(MainWindowTest, TheQuickHelpComesAndGoesWithItsAction)
-{
-    QAction& shown = window->action(Deed::QuickHelp);
-    EXPECT_FALSE(window->quick_help().isVisible());
-    shown.trigger();
-    EXPECT_TRUE(window->quick_help().isVisible());
-    EXPECT_TRUE(shown.isChecked());
-    window->quick_help().parentWidget()->close(); // with the button of the dock
-    EXPECT_FALSE(shown.isChecked());
-    shown.trigger();
-    EXPECT_TRUE(window->quick_help().isVisible());
-}
-
 TEST_F(MainWindowTest, ASecondWindowShowsTheDocumentsThatAreOpen)
 {
     window->open({terrain_file("a.tif"), terrain_file("b.tif")});
     log.take_all();
     const MainWindow second;
+    EXPECT_TRUE(
+        log.took_assert("m_instance == 0", "AbstractMainWindow", "housekeeping/gui/src/AbstractMainWindow"))
+        << "the base expects one window in a program";
     EXPECT_EQ(second.document_box().count(), 2);
+    EXPECT_EQ(second.home().documents().count(), 2);
     ASSERT_NE(second.view(), nullptr);
     EXPECT_EQ(second.view()->document(), current().id());
 }

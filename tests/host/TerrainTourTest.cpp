@@ -57,7 +57,8 @@ void expect_all_steps(const std::string& folder)
         EXPECT_EQ(step.value("number").toInt(), i + 1);
         const QString name = step.value("name").toString();
         EXPECT_EQ(name, terrain::tour_steps()[static_cast<std::size_t>(i)].name);
-        EXPECT_EQ(step.value("picture").toString(), QString("0%1-%2.png").arg(i + 1).arg(name));
+        EXPECT_EQ(
+            step.value("picture").toString(), QString("%1-%2.png").arg(i + 1, 2, 10, QChar('0')).arg(name));
         const QImage picture(QString::fromStdString(folder) + "/" + step.value("picture").toString());
         ASSERT_FALSE(picture.isNull()) << name.toStdString();
         EXPECT_EQ(step.value("width").toInt(), picture.width());

@@ -94,6 +94,11 @@ void CleanUpCommand::do_command()
     progress(100);
 }
 
+void CleanUpCommand::finished(bool)
+{
+    m_cancelled = false; // a request that came too late must not cancel a redo
+}
+
 void CleanUpCommand::add(boost::shared_ptr<housekeeping::AbstractCommand> command)
 {
     const auto position = static_cast<unsigned int>(size());

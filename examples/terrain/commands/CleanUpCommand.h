@@ -31,6 +31,7 @@ public:
 
 protected:
     void do_command() override;
+    void finished(bool succeeded) override;
 
 private:
     class ChildProgress;

@@ -82,6 +82,11 @@ void TerrainCommand::undo_command()
     m_old_cells = CellPatch();
 }
 
+void TerrainCommand::finished(bool)
+{
+    m_cancelled = false; // a request that came too late must not cancel a redo
+}
+
 void TerrainCommand::change_cells()
 {
     TerrainModel& model = TerrainModel::of(document_id());

@@ -63,6 +63,7 @@ private:
     void remember() override;
     void do_command() override;
     void undo_command() override;
+    void finished(bool succeeded) override;
 
     void change_cells();
     static void check_numbers(const Raster& before, const std::vector<double>& cells);

@@ -39,7 +39,7 @@ const std::vector<KeyBinding>& key_bindings()
         {Deed::NextDocument, Scope::Document, Qt::CTRL + Qt::Key_PageDown, QObject::tr("&Next Document"),
             QObject::tr("Next document"), Section::Navigator},
         {Deed::QuickHelp, Scope::Program, Qt::Key_F1, QObject::tr("Quick &Help"),
-            QObject::tr("Show or hide this help"), Section::Visibility},
+            QObject::tr("Show this help"), Section::Visibility},
     };
     return s_bindings;
 }

@@ -26,6 +26,7 @@ QuickHelpPanel::QuickHelpPanel(QWidget* p_parent)
     , m_p_sheet(new QuickHelpSheet(this))
     , m_p_scene(nullptr)
 {
+    setWindowTitle(tr("Quick Help"));
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
     m_p_scene = new QQuickWidget(this);
     m_p_scene->setResizeMode(QQuickWidget::SizeRootObjectToView);

@@ -4,6 +4,7 @@
 
 #include <tarqa/utilities/Exception.h>
 
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QMessageBox>
@@ -69,7 +70,9 @@ void Tour::tick()
 {
     m_watchdog->alive();
     if (QApplication::activeModalWidget()) {
-        close_unexpected_dialog();
+        if (!answer_dialog()) {
+            close_unexpected_dialog();
+        }
     } else if (m_acting || m_ended) {
         return; // in the loop of something that the step or the end of the tour has opened
     } else if (m_failed) {
@@ -92,6 +95,20 @@ void Tour::call_soon(void (Tour::*part)())
             m_acting = false;
         },
         Qt::QueuedConnection);
+}
+
+/// @return false if the step expects no dialog, or another one
+bool Tour::answer_dialog()
+{
+    auto* const p_box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!p_box || m_ended || m_failed) {
+        return false;
+    }
+    QAbstractButton* const p_button = p_box->button(tour_steps()[m_step].answer);
+    if (p_button) {
+        p_button->click();
+    }
+    return p_button != nullptr;
 }
 
 void Tour::close_unexpected_dialog()
@@ -160,6 +177,7 @@ void Tour::fail(const QString& reason)
 void Tour::end()
 {
     m_ended = true;
+    m_stage.gate.open();
     m_out << tr("%1 of %2 pictures of the tour are in %3")
                  .arg(QString::number(m_report.entries()), QString::number(tour_steps().size()),
                      m_report.folder())
@@ -172,6 +190,9 @@ void Tour::end()
 
 QString Tour::step_title() const
 {
+    if (m_step == tour_steps().size()) {
+        return tr("after the last step");
+    }
     return tr("step %1, %2").arg(QString::number(m_step + 1), tour_steps()[m_step].name);
 }
 

@@ -42,6 +42,7 @@ public:
 private:
     void tick();
     void call_soon(void (Tour::*part)());
+    bool answer_dialog();
     void close_unexpected_dialog();
     void begin_step();
     void watch_step();

@@ -1,12 +1,16 @@
 #include "tour/TourSteps.h"
 
+#include "commands/CommandsController.h"
 #include "documents/Raster.h"
 #include "help/Bindings.h"
 #include "help/TerrainQuickHelp.h"
 #include "io/RasterWriter.h"
+#include "panels/HistoryPanel.h"
+#include "panels/HomePanel.h"
 #include "panels/QuickHelpPanel.h"
 #include "panels/QuickHelpSheet.h"
 #include "sample/FractalTerrain.h"
+#include "tour/CommandSteps.h"
 #include "tour/UserInput.h"
 #include "views/TerrainView.h"
 #include "windows/DocumentBox.h"
@@ -17,7 +21,11 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
 #include <QtCore/QSet>
+#include <QtGui/QPainter>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QTabBar>
 
 #include <algorithm>
 
@@ -34,6 +42,9 @@ const unsigned long long s_second_sample_seed = 7;
 const int s_notches = 7;
 const int s_many_colours = 40;
 const int s_sampling = 7; ///< pixels
+const unsigned int s_held_up_at = 40; ///< per cent
+const int s_rows_of_the_library = 2; ///< of the quick help, for undo and redo
+const QPoint s_place_of_floating_panel(150, 110); ///< in the main window
 
 unsigned long long documents()
 {
@@ -77,6 +88,30 @@ TourCheck relief_is_drawn(const MainWindow& window)
     return {QObject::tr("the relief is drawn"), window.view() && shows_heights(*window.view())};
 }
 
+TourCheck quick_help_is_complete(MainWindow& window, bool with_document)
+{
+    const int rows = window.quick_help().rows_drawn();
+    const int expected = TerrainQuickHelp::rows(with_document) + s_rows_of_the_library;
+    return {QObject::tr("the quick help has %1 rows, expected %2").arg(rows).arg(expected), rows == expected};
+}
+
+TourCheck tab_count_is(const MainWindow& window, int expected)
+{
+    const int tabs = window.panel_tabs().count();
+    return {QObject::tr("docked panels: %1, expected %2").arg(tabs).arg(expected), tabs == expected};
+}
+
+/// Clicks on the tab of a panel.
+void choose_panel(MainWindow& window, const QWidget& panel)
+{
+    QTabBar& tabs = window.panel_tabs();
+    for (int tab = 0; tab < tabs.count(); ++tab) {
+        if (tabs.tabText(tab) == panel.windowTitle()) {
+            click(tabs, tabs.tabRect(tab).center());
+        }
+    }
+}
+
 /// A point of the map that holds a height, near the middle.
 QPoint interesting_point(const TerrainView& view)
 {
@@ -91,7 +126,7 @@ QPoint interesting_point(const TerrainView& view)
     return middle;
 }
 
-// --- 01 the window with the relief
+// --- the window with the relief
 
 void open_first(TourStage& stage)
 {
@@ -103,7 +138,7 @@ Checks see_relief(TourStage& stage)
     return {document_count_is(1), title_names(stage.window, stage.first_file), relief_is_drawn(stage.window)};
 }
 
-// --- 02 zoomed in
+// --- zoomed in
 
 void zoom_in(TourStage& stage)
 {
@@ -128,7 +163,7 @@ Checks see_value(TourStage& stage)
     };
 }
 
-// --- 03 the quick-help panel
+// --- the quick-help panel
 
 void show_quick_help(TourStage& stage)
 {
@@ -137,32 +172,84 @@ void show_quick_help(TourStage& stage)
 
 Checks see_quick_help(TourStage& stage)
 {
-    const QuickHelpPanel& panel = stage.window.quick_help();
-    const int expected = TerrainQuickHelp::rows(true);
     return {
-        {QObject::tr("the quick help is shown"), panel.isVisible()},
-        {QObject::tr("it has %1 rows, expected %2").arg(panel.rows_drawn()).arg(expected),
-            panel.rows_drawn() == expected},
+        {QObject::tr("the quick help is shown"), stage.window.quick_help().isVisible()},
+        quick_help_is_complete(stage.window, true),
         {QObject::tr("its picture is not uniform"), is_varied(stage.window.quick_help().grab().toImage())},
     };
 }
 
-// --- 04 a second document
+// --- a second document
 
 void open_second(TourStage& stage)
 {
+    choose_panel(stage.window, stage.window.home());
     stage.window.open(stage.second_file);
 }
 
 Checks see_second(TourStage& stage)
 {
-    const int listed = stage.window.document_box().count();
+    const int listed = stage.window.home().documents().count();
+    const int entries = stage.window.history().entries().count();
     return {document_count_is(2), title_names(stage.window, stage.second_file),
         {QObject::tr("the list of documents has %1 entries, expected 2").arg(listed), listed == 2},
+        {QObject::tr("its history has %1 entries, expected 0").arg(entries), entries == 0},
         relief_is_drawn(stage.window)};
 }
 
-// --- 05 everything closed
+// --- back to the first one
+
+void choose_first(TourStage& stage)
+{
+    QListWidget& list = stage.window.home().documents();
+    click(*list.viewport(), list.visualItemRect(list.item(0)).center());
+}
+
+Checks see_first_again(TourStage& stage)
+{
+    const QString help = stage.window.quick_help().sheet().title();
+    const QString name = QFileInfo(stage.first_file).completeBaseName();
+    const int entries = stage.window.history().entries().count();
+    return {title_names(stage.window, stage.first_file),
+        {QObject::tr("the quick help is about \"%1\", expected \"%2\"").arg(help, name), help == name},
+        {QObject::tr("its history has %1 entries").arg(entries), entries > 0}, relief_is_drawn(stage.window)};
+}
+
+// --- a panel in a window of its own
+
+void tear_panel_off(TourStage& stage)
+{
+    QTabBar& tabs = stage.window.panel_tabs();
+    const QPoint tab = tabs.tabRect(1).center();
+    drag(tabs, tab, tab + QPoint(80, 200));
+    stage.window.quick_help().window()->move(stage.window.pos() + s_place_of_floating_panel);
+}
+
+Checks see_floating_panel(TourStage& stage)
+{
+    QuickHelpPanel& panel = stage.window.quick_help();
+    return {tab_count_is(stage.window, 2),
+        {QObject::tr("the quick help floats"), panel.isVisible() && panel.window() != &stage.window},
+        {QObject::tr("its picture is not uniform"), is_varied(panel.grab().toImage())},
+        quick_help_is_complete(stage.window, true)};
+}
+
+// --- and back among the others
+
+void close_floating_panel(TourStage& stage)
+{
+    stage.window.quick_help().window()->close();
+}
+
+Checks see_docked_panel(TourStage& stage)
+{
+    QuickHelpPanel& panel = stage.window.quick_help();
+    return {tab_count_is(stage.window, 3),
+        {QObject::tr("the quick help is docked"), panel.isVisible() && panel.window() == &stage.window},
+        {QObject::tr("its picture is not uniform"), is_varied(panel.grab().toImage())}};
+}
+
+// --- everything closed
 
 void close_documents(TourStage& stage)
 {
@@ -172,10 +259,35 @@ void close_documents(TourStage& stage)
 
 Checks see_start_page(TourStage& stage)
 {
-    const int rows = stage.window.quick_help().rows_drawn();
-    const int expected = TerrainQuickHelp::rows(false);
+    const int listed = stage.window.home().documents().count();
+    const int entries = stage.window.history().entries().count();
     return {document_count_is(0), {QObject::tr("no map is shown"), !stage.window.view()},
-        {QObject::tr("the quick help has %1 rows, expected %2").arg(rows).arg(expected), rows == expected}};
+        {QObject::tr("the list of documents has %1 entries, expected 0").arg(listed), listed == 0},
+        {QObject::tr("the history has %1 entries, expected 0").arg(entries), entries == 0},
+        quick_help_is_complete(stage.window, false)};
+}
+
+/// The main window with all other windows over it, as they lie on the screen.
+QImage all_windows(const MainWindow& window)
+{
+    std::vector<QWidget*> others;
+    QRect area = window.geometry();
+    for (QWidget* const p_widget : QApplication::topLevelWidgets()) {
+        if (p_widget->isVisible() && p_widget != &window) {
+            others.push_back(p_widget);
+            area |= p_widget->geometry();
+        }
+    }
+    QImage picture(area.size(), QImage::Format_RGB32);
+    picture.fill(Qt::gray);
+    QPainter painter(&picture);
+    painter.drawPixmap(window.geometry().topLeft() - area.topLeft(), const_cast<MainWindow&>(window).grab());
+    for (QWidget* const p_widget : others) {
+        const QRect place = p_widget->geometry().translated(-area.topLeft());
+        painter.drawPixmap(place.topLeft(), p_widget->grab());
+        painter.drawRect(place.adjusted(-1, -1, 0, 0)); // the frame, which nobody else draws here
+    }
+    return picture;
 }
 
 } // namespace
@@ -186,8 +298,16 @@ const std::vector<TourStep>& tour_steps()
         {"relief", TourPicture::Window, &open_first, &see_relief},
         {"zoomed-in", TourPicture::Window, &zoom_in, &see_value},
         {"quick-help", TourPicture::Window, &show_quick_help, &see_quick_help},
+        {"history", TourPicture::Window, &run_three_commands, &see_history},
+        {"undo-list", TourPicture::AllWindows, &point_into_undo_list, &see_undo_list},
+        {"running-command", TourPicture::Window, &begin_long_command, &see_progress},
+        {"cancelled", TourPicture::Window, &cancel_command, &see_nothing_changed},
+        {"all-undone", TourPicture::Window, &undo_all, &see_first_cells},
         {"second-document", TourPicture::Window, &open_second, &see_second},
-        {"start-page", TourPicture::Window, &close_documents, &see_start_page},
+        {"first-document-again", TourPicture::Window, &choose_first, &see_first_again},
+        {"floating-panel", TourPicture::AllWindows, &tear_panel_off, &see_floating_panel},
+        {"docked-panel", TourPicture::Window, &close_floating_panel, &see_docked_panel},
+        {"start-page", TourPicture::Window, &close_documents, &see_start_page, QMessageBox::Discard},
     };
     return s_steps;
 }
@@ -196,11 +316,21 @@ TourStage::TourStage(MainWindow& main_window, const QString& given)
     : window(main_window)
     , first_file(given.isEmpty() ? samples.filePath("sample.tif") : given)
     , second_file(samples.filePath("another.tif"))
+    , gate(s_held_up_at)
 {
     if (given.isEmpty()) {
         write_raster(fractal_terrain(s_sample_size, s_sample_seed), first_file.toStdString());
     }
     write_raster(fractal_terrain(s_second_sample_size, s_second_sample_seed), second_file.toStdString());
+    CommandsController::instance().runner().report_also_to(&gate);
+}
+
+TourStage::~TourStage()
+{
+    CommandRunner& runner = CommandsController::instance().runner();
+    gate.open();
+    runner.abandon();
+    runner.report_also_to(nullptr);
 }
 
 QImage picture_of(TourPicture kind, const TourStage& stage)
@@ -208,6 +338,8 @@ QImage picture_of(TourPicture kind, const TourStage& stage)
     switch (kind) {
     case TourPicture::Window:
         return stage.window.grab().toImage();
+    case TourPicture::AllWindows:
+        return all_windows(stage.window);
     }
     return {};
 }

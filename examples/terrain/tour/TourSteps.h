@@ -1,10 +1,13 @@
 #pragma once
 
+#include "tour/Gate.h"
 #include "tour/TourReport.h"
 
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
+#include <QtWidgets/QMessageBox>
 
+#include <string>
 #include <vector>
 
 namespace terrain {
@@ -17,6 +20,10 @@ struct TourStage
     /// Makes the sample rasters. @param given the raster to show; "" for a sample
     /// @throws housekeeping::InvalidPath if a sample cannot be written
     TourStage(MainWindow& main_window, const QString& given);
+    /// Abandons a command that is still running.
+    ~TourStage();
+    TourStage(const TourStage&) = delete;
+    TourStage& operator=(const TourStage&) = delete;
 
     MainWindow& window;
     QTemporaryDir samples;
@@ -24,12 +31,16 @@ struct TourStage
     QString second_file;
     double first_scale = 0; ///< of the first map, when it was new
     QString first_reading; ///< under the pointer then
+    std::string first_cells; ///< checksum of the first raster, when it was new
+    std::string cells; ///< checksum before the run that is cancelled
+    Gate gate; ///< in the way of the commands' progress
 };
 
 /// Of what a step leaves a picture.
 enum class TourPicture
 {
-    Window
+    Window,
+    AllWindows ///< the main window, and what floats or has popped up
 };
 
 /// Something the tour does, and what is to be seen then.
@@ -40,6 +51,8 @@ struct TourStep
     void (*act)(TourStage& stage);
     /// Called until all results are true or the patience ends.
     std::vector<TourCheck> (*look)(TourStage& stage);
+    /// To the question that the step leads to; none is expected without.
+    QMessageBox::StandardButton answer = QMessageBox::NoButton;
 };
 
 /// In their order.

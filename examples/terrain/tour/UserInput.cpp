@@ -24,6 +24,12 @@ void move_pointer(QWidget& widget, const QPoint& to)
     send(widget, QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton);
 }
 
+void click(QWidget& widget, const QPoint& at)
+{
+    send(widget, QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton);
+    send(widget, QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton);
+}
+
 void turn_wheel(QWidget& widget, const QPoint& at, int notches)
 {
     QWheelEvent event(at, widget.mapToGlobal(at), QPoint(), QPoint(0, notches * s_notch), Qt::NoButton,

@@ -8,6 +8,8 @@ namespace terrain {
 // What a user does with the mouse. Positions are those inside of @p widget.
 
 void move_pointer(QWidget& widget, const QPoint& to);
+/// Presses the left button and lets go.
+void click(QWidget& widget, const QPoint& at);
 /// @param notches above 0 away from the user
 void turn_wheel(QWidget& widget, const QPoint& at, int notches);
 /// Presses the left button, moves and lets go.

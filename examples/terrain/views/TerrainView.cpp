@@ -188,7 +188,8 @@ std::optional<Reading> TerrainView::reading(const QPointF& point) const
 {
     const TerrainDocument* const p_document = terrain_document();
     const QPointF place = map_position(point);
-    if (!p_document || place.x() < 0 || place.y() < 0) {
+    if (!p_document || place.x() < 0 || place.y() < 0
+        || housekeeping::DocumentManager::const_instance().document_busy(m_document)) {
         return {};
     }
     const Raster& raster = p_document->terrain().raster();

@@ -44,7 +44,7 @@ public:
 
     const housekeeping::DocumentId& document() const { return m_document; }
 
-    /// Draws the document's cells as they are now; the map stays where it is.
+    /// Draws the document's cells as they are now; the map stays where it is. Not while a command runs.
     void refresh();
 
     /// How large the map is drawn, in pixels for the height of a cell.
@@ -59,7 +59,8 @@ public:
     QPointF map_position(const QPointF& point) const;
     /// The inverse of map_position().
     QPointF widget_position(const QPointF& map_position) const;
-    /// The cell under a point of the widget; nothing outside of the raster.
+    /// The cell under a point of the widget; nothing outside of the raster, and nothing while a command may
+    /// change the cells in another thread.
     std::optional<Reading> reading(const QPointF& point) const;
     /// The same for people, in the document's units: height, cell and coordinates. "" outside.
     QString reading_text(const QPointF& point) const;

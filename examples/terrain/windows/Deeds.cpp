@@ -19,7 +19,6 @@ Deeds::Deeds(QObject* p_parent)
         p_action->setIcon(icon_of(binding.deed, QApplication::palette()));
         m_actions[binding.deed] = p_action;
     }
-    action(Deed::QuickHelp).setCheckable(true);
     document_open(false);
 }
 

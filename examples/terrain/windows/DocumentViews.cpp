@@ -73,6 +73,14 @@ void DocumentViews::show_document(const housekeeping::DocumentId& document)
     currentWidget()->setFocus();
 }
 
+void DocumentViews::refresh(const housekeeping::DocumentId& document)
+{
+    const auto found = m_views.find(document);
+    if (found != m_views.end()) {
+        found->second->refresh();
+    }
+}
+
 TerrainView* DocumentViews::current() const
 {
     return qobject_cast<TerrainView*>(currentWidget());

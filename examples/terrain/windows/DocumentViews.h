@@ -27,6 +27,9 @@ public:
     /// Puts a document's map on top; the start page for a document without one.
     void show_document(const housekeeping::DocumentId& document);
 
+    /// Draws a document's cells as they are now, if it has a map.
+    void refresh(const housekeeping::DocumentId& document);
+
     /// The map on top; null for the start page.
     TerrainView* current() const;
 

@@ -1,40 +1,63 @@
 #include "windows/MainWindow.h"
 
+#include "commands/CommandsController.h"
 #include "documents/ExportTerrain.h"
 #include "documents/OpenTerrain.h"
 #include "documents/TerrainDocument.h"
 #include "help/TerrainQuickHelp.h"
+#include "panels/HistoryPanel.h"
+#include "panels/HomePanel.h"
+#include "panels/PanelTabBar.h"
 #include "panels/QuickHelpPanel.h"
 #include "panels/QuickHelpSheet.h"
 #include "views/TerrainView.h"
 #include "windows/Deeds.h"
 #include "windows/DocumentBox.h"
 #include "windows/DocumentViews.h"
+#include "windows/MainMenus.h"
+#include "windows/Questions.h"
 #include "windows/WaitCursor.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
+#include <tarqa/housekeeping/gui/MainWindowMessage.h>
+#include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
 #include <tarqa/utilities/Exception.h>
+#include <tarqa/utilities/Url.h>
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
+#include <QtCore/QScopedValueRollback>
+#include <QtCore/QSettings>
+#include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QDropEvent>
-#include <QtWidgets/QDockWidget>
-#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolBar>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 namespace terrain {
+
+namespace gui = housekeeping::gui;
 
 namespace {
 
 const QSize s_first_size(1180, 780);
+const int s_first_panel_width = 290; ///< pixels
 const int s_message_time = 6000; ///< milliseconds
 const int s_status_gap = 24; ///< pixels
+
+// Keys of the settings.
+const char* const s_geometry = "MainWindow/geometry";
+const char* const s_panel_width = "MainWindow/panelWidth";
 
 housekeeping::DocumentManager& documents()
 {
@@ -63,15 +86,34 @@ bool done(const QString& title, Work work)
     return false;
 }
 
-QStringList local_files(const QMimeData& data)
+gui::UrlList urls_of_files(const QMimeData& data)
 {
-    QStringList files;
+    gui::UrlList urls;
     for (const QUrl& url : data.urls()) {
         if (url.isLocalFile()) {
-            files.append(url.toLocalFile());
+            urls.push_back(url.toString(QUrl::FullyEncoded).toStdString());
         }
     }
-    return files;
+    return urls;
+}
+
+/// Commands are entered before they run, and their names would invite people to undo them while they do.
+void keep_undo_plain_while_busy()
+{
+    const auto sp_undo_redo = gui::UndoRedoPresentation::instance();
+    if (sp_undo_redo && documents().documents_busy()) {
+        sp_undo_redo->enable_edit_actions(false);
+    }
+}
+
+/// Asks for entries of a menu bar or a tool bar, or, without a target, for the undo and redo actions.
+void collect(int kind, QWidget* p_target, QWidget* p_owner)
+{
+    gui::MainWindowMessage* const p_message = gui::MainWindowMessage::instance();
+    p_message->kind(kind);
+    p_message->target(p_target);
+    p_message->owner(p_owner);
+    housekeeping::Message::dispatch(p_message); // deletes it, which is when the entries are added
 }
 
 } // namespace
@@ -82,55 +124,73 @@ QStringList local_files(const QMimeData& data)
 MainWindow::MainWindow()
     : m_p_deeds(new Deeds(this))
     , m_p_views(new DocumentViews)
-    , m_p_document_box(new DocumentBox)
+    , m_p_document_box(new DocumentBox(this))
     , m_general_help(std::make_unique<TerrainQuickHelp>())
 {
-    setCentralWidget(m_p_views);
     setAcceptDrops(true);
-    make_panels();
-    make_menus();
-    make_tool_bar();
+    make_panel_area();
     make_status_bar();
     connect_deeds();
     resize(s_first_size);
+    readSettings();
+    connect(this, &MainWindow::dropped, this, &MainWindow::insert_files);
+    connect(
+        &CommandsController::instance().runner(), &CommandRunner::finished, this, &MainWindow::close_after);
     housekeeping::DocumentMessage::subscribe(this, Qt::AutoConnection);
+    housekeeping::DocumentHistoryMsg::subscribe(this, Qt::AutoConnection);
+    housekeeping::FilesInsertMessage::subscribe(this, Qt::AutoConnection);
     for (const housekeeping::DocumentId& id : open_documents()) {
         show_new_document(dynamic_cast<TerrainDocument&>(documents().document_from_id(id)));
     }
     show_current_document(housekeeping::DocumentId::null());
 }
 
-MainWindow::~MainWindow() = default;
-
-void MainWindow::make_panels()
+MainWindow::~MainWindow()
 {
-    m_p_quick_help = new QuickHelpPanel;
-    auto* const p_dock = new QDockWidget(tr("Quick Help"), this);
-    p_dock->setObjectName("quick_help");
-    p_dock->setWidget(m_p_quick_help);
-    addDockWidget(Qt::RightDockWidgetArea, p_dock);
-    p_dock->hide();
-    QAction& shown = action(Deed::QuickHelp);
-    connect(&shown, &QAction::triggered, p_dock, &QDockWidget::setVisible);
-    connect(p_dock->toggleViewAction(), &QAction::toggled, &shown, &QAction::setChecked);
+    // After a fatal error a command may still be at work.
+    CommandsController::instance().runner().abandon();
 }
 
-void MainWindow::make_menus()
+void MainWindow::make_panel_area()
 {
-    const auto add_menu = [this](const QString& title, const std::vector<std::vector<Deed>>& groups) {
-        QMenu* const p_menu = menuBar()->addMenu(title);
-        for (const std::vector<Deed>& group : groups) {
-            p_menu->addSeparator(); // those at the ends are not drawn
-            for (const Deed deed : group) {
-                p_menu->addAction(&action(deed));
-            }
-        }
-    };
-    add_menu(tr("&File"), {{Deed::Open}, {Deed::Export}, {Deed::Close}, {Deed::Quit}});
-    add_menu(tr("&View"),
-        {{Deed::ZoomIn, Deed::ZoomOut, Deed::Fit},
-            {Deed::PanLeft, Deed::PanRight, Deed::PanUp, Deed::PanDown},
-            {Deed::PreviousDocument, Deed::NextDocument}, {Deed::QuickHelp}});
+    auto* const p_tabs = new PanelTabBar;
+    m_panelTabBar = p_tabs;
+    m_panelStack = new QStackedWidget;
+    auto* const p_area = new QWidget;
+    auto* const p_layout = new QVBoxLayout(p_area);
+    p_layout->setContentsMargins(0, 0, 0, 0);
+    p_layout->setSpacing(0);
+    p_layout->addWidget(m_panelTabBar);
+    p_layout->addWidget(m_panelStack);
+    m_p_splitter = new QSplitter;
+    m_p_splitter->addWidget(p_area);
+    m_p_splitter->addWidget(m_p_views);
+    m_p_splitter->setStretchFactor(1, 1);
+    m_p_splitter->setCollapsible(1, false);
+    m_p_splitter->setSizes({s_first_panel_width, s_first_size.width() - s_first_panel_width});
+    setCentralWidget(m_p_splitter);
+
+    // By name: these slots are private, and Qt finds them all the same.
+    connect(m_panelTabBar, SIGNAL(currentChanged(int)), this, SLOT(currentTabChanged(int)));
+    connect(p_tabs, SIGNAL(torn_off(QString)), this, SLOT(slotTabBarMoved(QString)));
+
+    m_p_home = new HomePanel;
+    m_p_quick_help = new QuickHelpPanel;
+    m_p_history = new HistoryPanel;
+    for (QWidget* const p_panel : panels()) {
+        addPanel(p_panel, QString());
+    }
+    const auto choose = [](const housekeeping::DocumentId& id) { documents().current_document(id); };
+    connect(m_p_home, &HomePanel::chosen, this, choose);
+    connect(m_p_document_box, &DocumentBox::chosen, this, choose);
+}
+
+void MainWindow::build_menus()
+{
+    new MainMenus(*m_p_deeds, this);
+    collect(gui::MainWindowMessage::MenuBar, menuBar(), this);
+    make_tool_bar();
+    collect(gui::MainWindowMessage::EditActions, nullptr, this);
     for (const KeyBinding& binding : key_bindings()) {
         if (binding.scope == Scope::Map) {
             m_p_views->addAction(&action(binding.deed)); // its key works where the map has the keyboard
@@ -140,22 +200,44 @@ void MainWindow::make_menus()
 
 void MainWindow::make_tool_bar()
 {
-    QToolBar* const p_bar = addToolBar(tr("Tools"));
-    p_bar->setObjectName("tools");
-    p_bar->setMovable(false);
-    p_bar->setIconSize(QSize(24, 24));
-    p_bar->addAction(&action(Deed::Open));
-    p_bar->addAction(&action(Deed::Export));
-    p_bar->addSeparator();
-    p_bar->addAction(&action(Deed::ZoomIn));
-    p_bar->addAction(&action(Deed::ZoomOut));
-    p_bar->addAction(&action(Deed::Fit));
-    p_bar->addSeparator();
-    p_bar->addWidget(m_p_document_box);
+    m_p_tool_bar = addToolBar(tr("Tools"));
+    m_p_tool_bar->setObjectName("tools");
+    m_p_tool_bar->setMovable(false);
+    m_p_tool_bar->setIconSize(QSize(24, 24));
+    collect(gui::MainWindowMessage::ToolBar, m_p_tool_bar, this);
+    m_p_tool_bar->addWidget(m_p_document_box);
     auto* const p_spring = new QWidget;
     p_spring->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    p_bar->addWidget(p_spring);
-    p_bar->addAction(&action(Deed::QuickHelp));
+    m_p_tool_bar->addWidget(p_spring);
+    m_p_tool_bar->addAction(&action(Deed::QuickHelp));
+    if (const auto sp_undo_redo = gui::UndoRedoPresentation::instance()) {
+        // A click undoes; the lists drop down from the arrows beside.
+        for (QAction* const p_action :
+            {sp_undo_redo->undo_tool_bar_action(), sp_undo_redo->redo_tool_bar_action()}) {
+            if (auto* p_button = qobject_cast<QToolButton*>(m_p_tool_bar->widgetForAction(p_action))) {
+                p_button->setPopupMode(QToolButton::MenuButtonPopup);
+            }
+        }
+    }
+}
+
+void MainWindow::take_undo_redo_actions(QAction* p_undo, QAction* p_redo)
+{
+    m_edit_actions = {p_undo, p_redo};
+    add_edit_actions(*m_panelTabBar);
+    for (QWidget* const p_panel : panels()) {
+        for (QWidget* const p_widget : p_panel->findChildren<QWidget*>()) {
+            add_edit_actions(*p_widget);
+        }
+    }
+}
+
+/// Their shortcuts act on the widget that has the keyboard, so each one that may get it needs them.
+void MainWindow::add_edit_actions(QWidget& widget) const
+{
+    if (widget.focusPolicy() != Qt::NoFocus) {
+        widget.addActions(m_edit_actions);
+    }
 }
 
 void MainWindow::make_status_bar()
@@ -193,8 +275,46 @@ void MainWindow::connect_deeds()
     on_map(Deed::PanDown, &TerrainView::pan_down);
     on(Deed::PreviousDocument, [go] { go(-1); });
     on(Deed::NextDocument, [go] { go(1); });
-    connect(m_p_document_box, &DocumentBox::chosen, this,
-        [](const housekeeping::DocumentId& id) { documents().current_document(id); });
+    on(Deed::QuickHelp, [this] { show_panel(*m_p_quick_help); });
+}
+
+// --- panels and settings
+// --------------------------------------------------------------------------------------------
+
+std::vector<QWidget*> MainWindow::panels() const
+{
+    return {m_p_home, m_p_quick_help, m_p_history};
+}
+
+void MainWindow::show_panel(QWidget& panel)
+{
+    if (m_panelStack->indexOf(&panel) < 0) { // it floats
+        panel.window()->raise();
+        panel.window()->activateWindow();
+        return;
+    }
+    for (int tab = 0; tab < m_panelTabBar->count(); ++tab) {
+        if (m_panelTabBar->tabText(tab) == panel.windowTitle()) {
+            m_panelTabBar->setCurrentIndex(tab);
+        }
+    }
+}
+
+void MainWindow::readSettings()
+{
+    const QSettings settings;
+    restoreGeometry(settings.value(s_geometry).toByteArray());
+    const int width = settings.value(s_panel_width, s_first_panel_width).toInt();
+    m_p_splitter->setSizes({width, std::max(this->width() - width, 1)});
+    AbstractMainWindow::readSettings();
+}
+
+void MainWindow::writeSettings()
+{
+    QSettings settings;
+    settings.setValue(s_geometry, saveGeometry());
+    settings.setValue(s_panel_width, m_p_splitter->sizes().first());
+    AbstractMainWindow::writeSettings();
 }
 
 // --- documents
@@ -235,6 +355,8 @@ bool MainWindow::write_export(const QString& path)
         export_terrain(dynamic_cast<TerrainDocument&>(documents().current_document()), path.toStdString());
     });
     if (written) {
+        documents().current_document().set_modified(false);
+        show_title(documents().current_document_id());
         statusBar()->showMessage(tr("Written: %1").arg(path), s_message_time);
     }
     return written;
@@ -242,28 +364,23 @@ bool MainWindow::write_export(const QString& path)
 
 void MainWindow::ask_and_open()
 {
-    open(QFileDialog::getOpenFileNames(
-        this, tr("Open"), QString(), tr("Rasters (*.tif *.tiff *.asc *.vrt *.img *.hgt);;All files (*)")));
+    open(ask_for_rasters(this));
 }
 
-void MainWindow::ask_and_export()
+bool MainWindow::ask_and_export()
 {
     if (!current_document_is_free(tr("Export"))) {
-        return;
+        return false;
     }
-    QFileDialog dialog(this, tr("Export"), QString(), tr("GeoTIFF (*.tif *.tiff)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("tif");
-    if (dialog.exec() == QDialog::Accepted) {
-        write_export(dialog.selectedFiles().value(0));
-    }
+    const QString file = ask_for_export_file(this);
+    return !file.isEmpty() && write_export(file);
 }
 
 void MainWindow::close_document()
 {
-    if (current_document_is_free(tr("Close"))) {
-        documents().destroy_document(
-            documents().current_document_id(), false, false, false, housekeeping::DocumentId::null());
+    const housekeeping::DocumentId id = documents().current_document_id();
+    if (current_document_is_free(tr("Close")) && may_lose(id)) {
+        documents().destroy_document(id, false, false, false, housekeeping::DocumentId::null());
     }
 }
 
@@ -274,20 +391,32 @@ bool MainWindow::current_document_is_free(const QString& title)
     if (id == housekeeping::DocumentId::null()) {
         return false;
     }
-    if (!documents().current_document().is_busy()) {
+    if (!documents().document_busy(id)) {
         return true;
     }
-    housekeeping::ErrorHandler::instance().message(title.toStdString(),
+    say_that_it_is_busy(title,
         tr("\"%1\" is busy. Wait until the running command has ended, or cancel it.")
-            .arg(QString::fromStdString(documents().current_document().title()))
-            .toStdString(),
-        QMessageBox::Ok);
+            .arg(QString::fromStdString(documents().current_document().title())));
     return false;
+}
+
+/// Whether a document may be closed: it has no changes that are not written, or the user does not want them.
+bool MainWindow::may_lose(const housekeeping::DocumentId& id)
+{
+    const auto& document = dynamic_cast<const TerrainDocument&>(documents().document_from_id(id));
+    if (!document.is_modified()) {
+        return true;
+    }
+    documents().current_document(id); // so that people see what they are asked about
+    const QMessageBox::StandardButton answer
+        = ask_about_changes(this, QString::fromStdString(document.short_title()));
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && ask_and_export());
 }
 
 void MainWindow::show_new_document(const TerrainDocument& document)
 {
     TerrainView& new_view = m_p_views->add(document.id());
+    add_edit_actions(new_view);
     m_document_help[document.id()] = std::make_unique<TerrainQuickHelp>(document);
     connect(&new_view, &TerrainView::reading_changed, m_p_reading, &QLabel::setText);
     const auto show_scale
@@ -306,26 +435,78 @@ void MainWindow::show_current_document(const housekeeping::DocumentId& gone)
     }
     const bool is_open = current != housekeeping::DocumentId::null();
     m_p_document_box->list(list, current);
+    m_p_home->list(list, current);
     m_p_views->show_document(current);
     m_p_quick_help->sheet().show_document(current);
     m_p_deeds->document_open(is_open);
     m_p_reading->clear();
     m_p_scale->setText(view() ? tr("%1 %").arg(QString::number(view()->scale() * 100, 'f', 0)) : QString());
-    setWindowTitle(is_open
-            ? tr("%1 - %2").arg(QString::fromStdString(documents().current_document().title()), product())
-            : product());
+    show_title(current);
+    keep_undo_plain_while_busy();
+}
+
+void MainWindow::show_title(const housekeeping::DocumentId& current)
+{
+    if (current == housekeeping::DocumentId::null()) {
+        setWindowTitle(product());
+        setWindowModified(false);
+        return;
+    }
+    const auto& document = dynamic_cast<const TerrainDocument&>(documents().document_from_id(current));
+    setWindowTitle(tr("%1[*] - %2").arg(QString::fromStdString(document.title()), product()));
+    setWindowModified(document.is_modified());
+}
+
+/// The marks of busy documents nest, so this comes once, however many commands were undone.
+void MainWindow::show_changes(const housekeeping::DocumentId& document)
+{
+    m_p_views->refresh(document);
+    m_p_history->refresh(); // the descriptions tell now what came out
+    show_title(documents().current_document_id());
 }
 
 void MainWindow::handle_message(housekeeping::DocumentMessage& message)
 {
     using housekeeping::DocumentMessage;
-    if (message.doc_change_type() == DocumentMessage::CurrentChanged) {
+    switch (message.doc_change_type()) {
+    case DocumentMessage::CurrentChanged:
         show_current_document(housekeeping::DocumentId::null());
-    } else if (message.doc_change_type() == DocumentMessage::Destroyed) {
+        break;
+    case DocumentMessage::Destroyed:
         m_document_help.erase(message.id());
         m_p_views->remove(message.id());
         show_current_document(message.id());
+        break;
+    case DocumentMessage::Idle:
+        show_changes(message.id());
+        break;
+    default:
+        break;
     }
+}
+
+void MainWindow::handle_message(housekeeping::DocumentHistoryMsg&)
+{
+    keep_undo_plain_while_busy();
+}
+
+void MainWindow::handle_message(housekeeping::FilesInsertMessage& message)
+{
+    for (const std::string& file : message.files()) {
+        open(QString::fromStdString(file));
+    }
+}
+
+void MainWindow::insert_files(const housekeeping::gui::UrlList& urls)
+{
+    std::vector<std::string> files;
+    for (const std::string& url : urls) {
+        files.push_back(tarqa::utilities::url_to_filesystem(url));
+    }
+    auto* const p_message = housekeeping::FilesInsertMessage::instance();
+    p_message->documentId(documents().current_document_id());
+    p_message->files(files);
+    housekeeping::Message::dispatch(p_message); // not posted: a file that cannot be opened opens a box
 }
 
 std::vector<housekeeping::DocumentId> MainWindow::open_documents()
@@ -354,15 +535,47 @@ QString MainWindow::reading() const
 // --- events
 // ---------------------------------------------------------------------------------------------------------
 
+bool MainWindow::may_close()
+{
+    if (m_asks_to_close) {
+        return false;
+    }
+    const QScopedValueRollback<bool> asking(m_asks_to_close, true);
+    CommandRunner& runner = CommandsController::instance().runner();
+    runner.cancel();
+    runner.wait();
+    if (documents().documents_busy()) {
+        say_that_it_is_busy(tr("Quit"), tr("A command is running. Wait until it has ended, or cancel it."));
+        return false;
+    }
+    const std::vector<housekeeping::DocumentId> list = open_documents();
+    return std::all_of(
+        list.begin(), list.end(), [this](const housekeeping::DocumentId& id) { return may_lose(id); });
+}
+
+/// A command that failed before it could be cancelled keeps the window open: people are to see why.
+void MainWindow::close_after(CommandRunner::Outcome outcome)
+{
+    if (std::exchange(m_closes_after_command, false) && outcome != CommandRunner::Outcome::Failed) {
+        QTimer::singleShot(0, this, &QWidget::close);
+    }
+}
+
 void MainWindow::closeEvent(QCloseEvent* p_event)
 {
-    if (documents().documents_busy()) {
-        housekeeping::ErrorHandler::instance().message(tr("Quit").toStdString(),
-            tr("A command is running. Wait until it has ended, or cancel it.").toStdString(),
-            QMessageBox::Ok);
+    CommandRunner& runner = CommandsController::instance().runner();
+    if (runner.is_running()) {
+        // Not waiting in here: Qt takes another request meanwhile for granted.
+        m_closes_after_command = true;
+        runner.cancel();
         p_event->ignore();
         return;
     }
+    if (!may_close()) {
+        p_event->ignore();
+        return;
+    }
+    writeSettings(); // while the floating windows are there
     for (const housekeeping::DocumentId& id : open_documents()) {
         documents().destroy_document(id, false, false, false, housekeeping::DocumentId::null());
     }
@@ -371,7 +584,7 @@ void MainWindow::closeEvent(QCloseEvent* p_event)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* p_event)
 {
-    if (!local_files(*p_event->mimeData()).isEmpty()) {
+    if (!urls_of_files(*p_event->mimeData()).empty()) {
         p_event->acceptProposedAction();
     }
 }
@@ -379,7 +592,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* p_event)
 void MainWindow::dropEvent(QDropEvent* p_event)
 {
     p_event->acceptProposedAction();
-    open(local_files(*p_event->mimeData()));
+    emit dropped(urls_of_files(*p_event->mimeData()));
 }
 
 } // namespace terrain

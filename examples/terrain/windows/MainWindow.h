@@ -1,17 +1,23 @@
 #pragma once
 
+#include "commands/CommandRunner.h"
 #include "help/Bindings.h"
 
+#include <tarqa/housekeeping/DocumentHistoryMsg.h>
 #include <tarqa/housekeeping/DocumentId.h>
 #include <tarqa/housekeeping/DocumentMessage.h>
+#include <tarqa/housekeeping/FilesInsertMessage.h>
+#include <tarqa/housekeeping/gui/AbstractMainWindow.h>
 
-#include <QtWidgets/QMainWindow>
+#include <QtCore/QList>
 
 #include <map>
 #include <memory>
 #include <vector>
 
 class QLabel;
+class QSplitter;
+class QToolBar;
 
 namespace terrain {
 
@@ -20,24 +26,33 @@ namespace housekeeping = tarqa::housekeeping;
 class Deeds;
 class DocumentBox;
 class DocumentViews;
+class HistoryPanel;
+class HomePanel;
 class QuickHelpPanel;
 class TerrainDocument;
 class TerrainQuickHelp;
 class TerrainView;
 
 /**
- * The main window: the map of the current document, the menus, and the quick help at its side. It follows the
- * document manager, whoever opens, chooses and closes documents; closing the window closes them all.
+ * The main window: the map of the current document, the panels at its left, the menus that the presentations
+ * and the window itself fill. It follows the document manager, whoever opens, chooses and closes documents;
+ * closing the window closes them all, after asking about what is not saved.
  *
- * Made and deleted by the program, before the documents and the quick-help manager go. Main thread.
+ * Made by the program when the controllers exist; then come the presentations, then build_menus(). Deleted by
+ * the program before the documents and the quick-help manager go. Main thread.
  */
-class MainWindow : public QMainWindow
+class MainWindow : public housekeeping::gui::AbstractMainWindow
 {
     Q_OBJECT
 
 public:
     MainWindow();
+    /// Abandons a command that is still running.
     ~MainWindow() override;
+
+    /// Fills menu bar and tool bar with what the presentations and the window itself have to offer. Once,
+    /// after the presentations were made.
+    void build_menus();
 
     /// Opens a raster as the current document. A failure is shown in a box. @return whether it was opened
     bool open(const QString& path);
@@ -49,14 +64,31 @@ public:
     /// The map that is shown; null if no document is open.
     TerrainView* view() const;
     DocumentBox& document_box() const { return *m_p_document_box; }
+    HomePanel& home() const { return *m_p_home; }
     QuickHelpPanel& quick_help() const { return *m_p_quick_help; }
+    HistoryPanel& history() const { return *m_p_history; }
+    QTabBar& panel_tabs() const { return *m_panelTabBar; }
+    QToolBar& tool_bar() const { return *m_p_tool_bar; }
     /// What the status bar says about the place under the pointer.
     QString reading() const;
 
+    /// Puts a panel in front, docked or floating.
+    void show_panel(QWidget& panel);
+
+    // As the base, and size and place of the window.
+    void readSettings() override;
+    void writeSettings() override;
+
+    /// Cancels the running command and waits for it, then asks about each document that has unsaved changes.
+    bool may_close() override;
+    /// Lets their shortcuts work in the maps and panels.
+    void take_undo_redo_actions(QAction* p_undo, QAction* p_redo) override;
+
 public slots:
     void ask_and_open();
-    void ask_and_export();
-    /// Closes the current document, unless it is busy.
+    /// @return whether a file was written
+    bool ask_and_export();
+    /// Closes the current document, unless it is busy or the user wants to keep it.
     void close_document();
 
 protected:
@@ -66,27 +98,45 @@ protected:
 
 private slots:
     void handle_message(housekeeping::DocumentMessage& message);
+    void handle_message(housekeeping::DocumentHistoryMsg& message);
+    void handle_message(housekeeping::FilesInsertMessage& message);
+    /// Asks whoever listens, which is this window, to open dropped files.
+    void insert_files(const housekeeping::gui::UrlList& urls);
 
 private:
-    void make_panels();
-    void make_menus();
+    void make_panel_area();
     void make_tool_bar();
     void make_status_bar();
     void connect_deeds();
+    void add_edit_actions(QWidget& widget) const;
+    std::vector<QWidget*> panels() const;
 
     void show_new_document(const TerrainDocument& document);
+    /// The cells of a document have changed, or may have.
+    void show_changes(const housekeeping::DocumentId& document);
     /// Shows what is current, as if @p gone were no document any more.
     void show_current_document(const housekeeping::DocumentId& gone);
+    void show_title(const housekeeping::DocumentId& current);
+    void close_after(CommandRunner::Outcome outcome);
     bool current_document_is_free(const QString& title);
+    bool may_lose(const housekeeping::DocumentId& document);
     static std::vector<housekeeping::DocumentId> open_documents();
 
-    // All but the last two are children.
+    // Children.
     Deeds* m_p_deeds;
     DocumentViews* m_p_views;
     DocumentBox* m_p_document_box;
+    HomePanel* m_p_home = nullptr;
     QuickHelpPanel* m_p_quick_help = nullptr;
+    HistoryPanel* m_p_history = nullptr;
+    QSplitter* m_p_splitter = nullptr;
+    QToolBar* m_p_tool_bar = nullptr;
     QLabel* m_p_reading = nullptr;
     QLabel* m_p_scale = nullptr;
+
+    QList<QAction*> m_edit_actions; // the undo/redo presentation's
+    bool m_closes_after_command = false; // the window, once the cancelled command has ended
+    bool m_asks_to_close = false; // in may_close(), whose event loops may bring another request
     std::unique_ptr<TerrainQuickHelp> m_general_help;
     std::map<housekeeping::DocumentId, std::unique_ptr<TerrainQuickHelp>> m_document_help;
 };

@@ -12,8 +12,8 @@ class AbstractController;
  * A view of a controller's data: it is told to redraw when a finished change of that controller is released.
  *
  * A view registers once, when it is built, on the main thread, before controllers are changed from other
- * threads. It must live as long as the controller: the destructor deliberately leaves the registration where
- * it is, since views live until shutdown.
+ * threads. It must live as long as the controller, or take itself out with unregister() before: the
+ * destructor deliberately leaves the registration where it is.
  */
 class TQ_HK_EXPORT Updateable
 {

@@ -1,0 +1,246 @@
+#include "presentations/CommandsPresentation.h"
+
+#include "commands/ClampCommand.h"
+#include "commands/CleanUpCommand.h"
+#include "commands/FillSinksCommand.h"
+#include "commands/ScaleCommand.h"
+#include "commands/SmoothCommand.h"
+#include "documents/RasterSummary.h"
+#include "documents/TerrainModel.h"
+#include "windows/ParameterDialog.h"
+
+#include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/ErrorHandler.h>
+#include <tarqa/housekeeping/gui/AbstractMainWindow.h>
+#include <tarqa/housekeeping/gui/AbstractPresentationFactory.h>
+#include <tarqa/housekeeping/gui/PresentationManager.h>
+
+#include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QStatusBar>
+
+#include <boost/make_shared.hpp>
+
+namespace terrain {
+
+namespace gui = housekeeping::gui;
+
+const char* const CommandsPresentation::product_name = "CommandsPresentation";
+
+namespace {
+
+const int s_place_in_menu_bar = 3; ///< behind File, Edit and View
+const int s_message_time = 6000; ///< milliseconds
+const double s_largest = 1e9; ///< height or factor
+const int s_largest_radius = 1000; ///< cells
+
+class CommandsPresentationFactory : public gui::AbstractPresentationFactory
+{
+public:
+    CommandsPresentationFactory()
+        : AbstractPresentationFactory(CommandsPresentation::product_name, false)
+    { }
+    boost::shared_ptr<gui::AbstractPresentation> create_product() override
+    {
+        return boost::make_shared<CommandsPresentation>();
+    }
+    gui::AbstractPresentation* create_unmanaged_product() override { return new CommandsPresentation; }
+};
+
+const CommandsPresentationFactory s_factory; // registers itself
+
+void say(const QString& text)
+{
+    gui::AbstractMainWindow::instance()->statusBar()->showMessage(text, s_message_time);
+}
+
+} // namespace
+
+CommandsPresentation::CommandsPresentation() = default;
+
+CommandsPresentation::~CommandsPresentation() = default;
+
+CommandsPresentation& CommandsPresentation::instance()
+{
+    return dynamic_cast<CommandsPresentation&>(
+        *gui::PresentationManager::instance().presentation(product_name));
+}
+
+// --- presentation
+// ------------------------------------------------------------------------------------------------
+
+std::string CommandsPresentation::controller_name() const
+{
+    return CommandsController::product_name;
+}
+
+CommandsController* CommandsPresentation::controller() const
+{
+    return dynamic_cast<CommandsController*>(AbstractPresentation::controller());
+}
+
+void CommandsPresentation::init_presentation()
+{
+    m_menu = std::make_unique<QMenu>(tr("&Tools"));
+    m_p_smooth = add_action(
+        tr("&Smooth…"), tr("Mean over the cells around each one"), &CommandsPresentation::smooth);
+    m_p_fill_sinks = add_action(tr("&Fill Sinks"),
+        tr("Fill hollows up to where water would flow out of them"), &CommandsPresentation::fill_sinks);
+    m_p_clamp = add_action(tr("&Clamp…"), tr("Bring heights into a range"), &CommandsPresentation::clamp);
+    m_p_scale = add_action(tr("S&cale…"), tr("Multiply heights by a factor"), &CommandsPresentation::scale);
+    m_p_clean_up = add_action(tr("Clean &Up"), tr("Clamp to what occurs on the Earth, fill sinks, smooth"),
+        &CommandsPresentation::clean_up);
+}
+
+void CommandsPresentation::build_presentation()
+{
+    gui::MainWindowMessage::subscribe(this, Qt::AutoConnection);
+    connect(&controller()->runner(), &CommandRunner::finished, this, &CommandsPresentation::show_outcome);
+    update_presentation();
+}
+
+void CommandsPresentation::update_presentation()
+{
+    for (QAction* const p_action : m_actions) {
+        p_action->setEnabled(controller()->state() != nullptr);
+    }
+}
+
+void CommandsPresentation::handle_message(housekeeping::gui::MainWindowMessage& message)
+{
+    using gui::MainWindowMessage;
+    if (message.kind() == MainWindowMessage::MenuBar) {
+        message.insertMenu(s_place_in_menu_bar, m_menu.get());
+    } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_menu.get()) {
+        for (QAction* const p_action : m_actions) {
+            if (p_action == m_p_clean_up) {
+                message.addSeparator();
+            }
+            message.addAction(p_action);
+        }
+    }
+}
+
+QAction* CommandsPresentation::add_action(
+    const QString& text, const QString& tip, void (CommandsPresentation::*slot)())
+{
+    auto* const p_action = new QAction(text, m_menu.get());
+    p_action->setStatusTip(tip);
+    connect(p_action, &QAction::triggered, this, slot);
+    m_actions.push_back(p_action);
+    return p_action;
+}
+
+// --- commands
+// ----------------------------------------------------------------------------------------------------
+
+void CommandsPresentation::smooth()
+{
+    if (!may_run()) {
+        return;
+    }
+    ParameterDialog dialog(tr("Smooth"),
+        {{tr("&Radius:"), static_cast<double>(controller()->state()->radius), 1, s_largest_radius, 0,
+            tr("cells")}},
+        QApplication::activeWindow());
+    if (dialog.exec() == QDialog::Accepted && may_run()) {
+        const int radius = static_cast<int>(dialog.value(0));
+        controller()->state()->radius = radius;
+        run<SmoothCommand>(radius);
+    }
+}
+
+void CommandsPresentation::fill_sinks()
+{
+    if (may_run()) {
+        run<FillSinksCommand>();
+    }
+}
+
+void CommandsPresentation::clamp()
+{
+    if (!may_run()) {
+        return;
+    }
+    const std::pair<double, double> bounds = proposed_bounds();
+    ParameterDialog dialog(tr("Clamp"),
+        {{tr("&Lowest height:"), bounds.first, -s_largest, s_largest, 3, QString()},
+            {tr("&Highest height:"), bounds.second, -s_largest, s_largest, 3, QString()}},
+        QApplication::activeWindow());
+    if (dialog.exec() == QDialog::Accepted && may_run()) {
+        controller()->state()->bounds = {dialog.value(0), dialog.value(1)};
+        run<ClampCommand>(dialog.value(0), dialog.value(1));
+    }
+}
+
+void CommandsPresentation::scale()
+{
+    if (!may_run()) {
+        return;
+    }
+    ParameterDialog dialog(tr("Scale"),
+        {{tr("&Factor:"), controller()->state()->factor, -s_largest, s_largest, 4, QString()}},
+        QApplication::activeWindow());
+    if (dialog.exec() == QDialog::Accepted && may_run()) {
+        controller()->state()->factor = dialog.value(0);
+        run<ScaleCommand>(dialog.value(0));
+    }
+}
+
+void CommandsPresentation::clean_up()
+{
+    if (may_run()) {
+        run<CleanUpCommand>();
+    }
+}
+
+/// Whether there is a document, and nothing is running; says so if something is. A dialog lets other things
+/// happen, so ask again after it.
+bool CommandsPresentation::may_run() const
+{
+    if (housekeeping::DocumentManager::instance().documents_busy()) {
+        say(tr("A command is running. Wait until it has ended, or cancel it."));
+        return false;
+    }
+    return controller()->state() != nullptr;
+}
+
+/// Those of the last time, else the range of the heights.
+std::pair<double, double> CommandsPresentation::proposed_bounds() const
+{
+    const CommandsController::State& state = *controller()->state();
+    if (state.bounds) {
+        return *state.bounds;
+    }
+    const RasterSummary summary(TerrainModel::of(state.document_id()).raster().cells);
+    return {summary.minimum, summary.maximum};
+}
+
+template <class Command, class... Arguments>
+void CommandsPresentation::run(Arguments... arguments)
+{
+    const housekeeping::DocumentId document = controller()->state()->document_id();
+    controller()->runner().start(boost::make_shared<Command>(document, arguments...));
+}
+
+void CommandsPresentation::show_outcome(
+    CommandRunner::Outcome outcome, const QString& name, const QString& failure)
+{
+    switch (outcome) {
+    case CommandRunner::Outcome::Done:
+        say(tr("%1: done").arg(name));
+        break;
+    case CommandRunner::Outcome::Cancelled:
+        say(tr("%1: cancelled").arg(name));
+        break;
+    case CommandRunner::Outcome::Failed:
+        say(tr("%1: failed").arg(name));
+        // The thread of the run could show no box.
+        housekeeping::ErrorHandler::instance().message(
+            name.toStdString(), failure.toStdString(), QMessageBox::Ok);
+        break;
+    }
+}
+
+} // namespace terrain

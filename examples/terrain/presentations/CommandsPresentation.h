@@ -1,0 +1,79 @@
+#pragma once
+
+#include "commands/CommandsController.h"
+
+#include <tarqa/housekeeping/DocumentId.h>
+#include <tarqa/housekeeping/gui/AbstractPresentation.h>
+#include <tarqa/housekeeping/gui/MainWindowMessage.h>
+
+#include <QtCore/QObject>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+class QAction;
+class QMenu;
+
+namespace terrain {
+
+namespace housekeeping = tarqa::housekeeping;
+
+/**
+ * The Tools menu: asks for the parameters of a command, has it run, and says how it ended. The face of the
+ * CommandsController. Registered as "CommandsPresentation". Main thread.
+ */
+class CommandsPresentation : public QObject, public housekeeping::gui::AbstractPresentation
+{
+    Q_OBJECT
+
+public:
+    static const char* const product_name;
+
+    CommandsPresentation();
+    ~CommandsPresentation() override;
+
+    /// The presentation manager's.
+    static CommandsPresentation& instance();
+
+    // The entries of the menu; null before init().
+    QAction* smooth_action() const { return m_p_smooth; }
+    QAction* fill_sinks_action() const { return m_p_fill_sinks; }
+    QAction* clamp_action() const { return m_p_clamp; }
+    QAction* scale_action() const { return m_p_scale; }
+    QAction* clean_up_action() const { return m_p_clean_up; }
+
+public slots:
+    void handle_message(housekeeping::gui::MainWindowMessage& message);
+
+private:
+    void init_presentation() override;
+    void build_presentation() override;
+    void update_presentation() override;
+    std::string controller_name() const override;
+    CommandsController* controller() const override;
+
+    QAction* add_action(const QString& text, const QString& tip, void (CommandsPresentation::*slot)());
+
+    void smooth();
+    void fill_sinks();
+    void clamp();
+    void scale();
+    void clean_up();
+
+    bool may_run() const;
+    std::pair<double, double> proposed_bounds() const;
+    template <class Command, class... Arguments>
+    void run(Arguments... arguments);
+    void show_outcome(CommandRunner::Outcome outcome, const QString& name, const QString& failure);
+
+    std::unique_ptr<QMenu> m_menu; // null before init()
+    std::vector<QAction*> m_actions; // children of the menu, as all of the following
+    QAction* m_p_smooth = nullptr;
+    QAction* m_p_fill_sinks = nullptr;
+    QAction* m_p_clamp = nullptr;
+    QAction* m_p_scale = nullptr;
+    QAction* m_p_clean_up = nullptr;
+};
+
+} // namespace terrain

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "help/Bindings.h"
+
+#include <tarqa/housekeeping/gui/MainWindowMessage.h>
+
+#include <QtCore/QObject>
+
+class QMenu;
+
+namespace terrain {
+
+namespace housekeeping = tarqa::housekeeping;
+
+class Deeds;
+
+/// The window's own part of its menu bar, menus and tool bar. It enters them when the window asks for entries
+/// by message, as everybody else does who has something to offer. Main thread.
+class MainMenus : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param deeds the actions, which must outlive the object @param p_window whose menus these are; becomes
+    /// the parent
+    MainMenus(const Deeds& deeds, QWidget* p_window);
+
+private slots:
+    void handle_message(housekeeping::gui::MainWindowMessage& message);
+
+private:
+    void fill_tool_bar(housekeeping::gui::MainWindowMessage& message) const;
+
+    const Deeds& m_deeds;
+    QWidget* m_p_window; // the parent
+    // Children of the window.
+    QMenu* m_p_file;
+    QMenu* m_p_edit; // filled by the library's undo/redo presentation, which knows it by its title
+    QMenu* m_p_view;
+};
+
+} // namespace terrain
