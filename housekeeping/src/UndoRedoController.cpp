@@ -9,6 +9,8 @@
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
+
 namespace tarqa::housekeeping {
 
 namespace {
@@ -67,8 +69,9 @@ void UndoRedoController::undo(const unsigned long long& n)
         return;
     }
     const DocumentId id = m_sp_undo_redo_state->document_id();
+    const unsigned long long steps = std::min(n, m_sp_undo_redo_state->document_history().undoSize());
     const Ignoring ignoring(m_follow_history);
-    for (unsigned long long i = 0; i < n; ++i) {
+    for (unsigned long long i = 0; i < steps; ++i) {
         CommandManager::instance().undo(id);
     }
 }
@@ -79,8 +82,9 @@ void UndoRedoController::redo(const unsigned long long& n)
         return;
     }
     const DocumentId id = m_sp_undo_redo_state->document_id();
+    const unsigned long long steps = std::min(n, m_sp_undo_redo_state->document_history().redoSize());
     const Ignoring ignoring(m_follow_history);
-    for (unsigned long long i = 0; i < n; ++i) {
+    for (unsigned long long i = 0; i < steps; ++i) {
         CommandManager::instance().redo(id);
     }
 }

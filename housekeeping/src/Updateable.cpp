@@ -1,5 +1,6 @@
 #include <tarqa/housekeeping/Updateable.h>
 
+#include <algorithm>
 #include <iterator>
 #include <vector>
 
@@ -22,6 +23,12 @@ void Updateable::register_controller(AbstractController* p_controller)
     registry().insert(std::make_pair(p_controller, this));
 }
 
+bool Updateable::is_registered(const Registry::value_type& entry)
+{
+    const auto range = registry().equal_range(entry.first);
+    return std::find(range.first, range.second, entry) != range.second;
+}
+
 void Updateable::unregister()
 {
     Registry& views = registry();
@@ -36,10 +43,12 @@ void Updateable::update(AbstractController* p_controller)
     if (range.first == range.second) {
         return;
     }
-    // A view may register another one while it updates.
+    // A view may register another one while it updates, and may end one.
     const std::vector<Registry::value_type> snapshot(range.first, range.second);
     for (const Registry::value_type& entry : snapshot) {
-        entry.second->update();
+        if (is_registered(entry)) {
+            entry.second->update();
+        }
     }
 }
 

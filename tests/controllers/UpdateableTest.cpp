@@ -69,6 +69,34 @@ TEST(Updateable, ViewsThatRegisterMeanwhileComeNextTime)
     EXPECT_THAT(journal().entries(), ElementsAre("first.update", "first.update", "late.update"));
 }
 
+TEST(Updateable, ViewThatTakesItselfOutIsNotUpdatedAnyMore)
+{
+    FakeController controller("alpha");
+    FakeController other("beta");
+    FakeView first("first");
+    FakeView second("second");
+    for (FakeController* p_controller : {&controller, &other}) {
+        first.register_controller(p_controller);
+        second.register_controller(p_controller);
+    }
+    first.unregister();
+    Updateable::update(&controller);
+    Updateable::update(&other);
+    EXPECT_THAT(journal().entries(), ElementsAre("second.update", "second.update"));
+}
+
+TEST(Updateable, ViewThatIsTakenOutMeanwhileIsNotUpdatedAnyMore)
+{
+    FakeController controller("alpha");
+    FakeView first("first");
+    FakeView second("second");
+    first.register_controller(&controller);
+    second.register_controller(&controller);
+    first.on_update = [&] { second.unregister(); };
+    Updateable::update(&controller);
+    EXPECT_THAT(journal().entries(), ElementsAre("first.update"));
+}
+
 TEST(Updateable, CopyIsNotRegistered)
 {
     FakeController controller("alpha");

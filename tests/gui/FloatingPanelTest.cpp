@@ -153,6 +153,26 @@ TEST_F(FloatingPanel, HomeNeverFloats)
     EXPECT_EQ(detaching.count(), 0);
 }
 
+TEST_F(FloatingPanel, PanelThatIsDeletedOnItsWayOutDoesNotFloat)
+{
+    QWidget* const p_panel = add("Panel");
+    QObject::connect(m_window.get(), &PanelWindow::detachingPanel, [p_panel] { delete p_panel; });
+    m_window->tear_off("Panel");
+    EXPECT_THAT(m_window->floating(), IsEmpty());
+    EXPECT_EQ(m_window->tabs(), QStringList());
+    EXPECT_EQ(m_window->stack().count(), 0);
+}
+
+TEST_F(FloatingPanel, PanelThatIsRemovedOnItsWayOutDoesNotFloat)
+{
+    QWidget* const p_panel = add("Panel");
+    QObject::connect(
+        m_window.get(), &PanelWindow::detachingPanel, [this](int index) { m_window->removePanel(index); });
+    m_window->tear_off("Panel");
+    EXPECT_THAT(m_window->floating(), IsEmpty());
+    EXPECT_EQ(m_window->indexOf(p_panel), -1);
+}
+
 TEST_F(FloatingPanel, OnlyExactlyHomeStays)
 {
     for (const QString title : {"home", "HOME", "Home ", " Home", "&Home"}) {

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -275,6 +276,40 @@ TEST_F(UndoRedoRuns, ExceptionThatLeavesTheRunLeavesNothingBusyOrLocked)
     EXPECT_THAT(texts(), ElementsAre("&Undo 2", "&Redo 3"));
 }
 
+TEST_F(UndoRedoRuns, ExceptionThatLeavesTheRunLeavesNoViewBehindTheHistory)
+{
+    support::FakeView view("history");
+    view.register_controller(&controller());
+    newest->on_finished = support::throws_std("boom");
+    EXPECT_THROW(presentation().undos_selected(3), std::runtime_error);
+    EXPECT_GE(journal().count("history.update"), 1);
+    newest->on_finished = nullptr;
+    view.unregister();
+}
+
+TEST_F(UndoRedoRuns, MoreStepsThanThereAreComeToAnEnd)
+{
+    presentation().undos_selected(std::numeric_limits<std::size_t>::max());
+    EXPECT_THAT(texts(), ElementsAre("&Undo", "&Redo 1"));
+    presentation().redos_selected(std::numeric_limits<std::size_t>::max());
+    EXPECT_THAT(texts(), ElementsAre("&Undo 4", "&Redo"));
+}
+
+TEST_F(UndoRedoRuns, OpenListUnchecksWhatTheHistoryHasChanged)
+{
+    QMenu& list = open_list();
+    list.actions().at(1)->hover();
+    run(document, "5");
+    EXPECT_EQ(expected_lines("Undo", {"5", "4", "3", "2", "1"}), lines(list));
+}
+
+TEST_F(UndoRedoRuns, OpenListIsClosedWhenTheHistoryHasNoneAnyMore)
+{
+    QMenu& list = open_list();
+    presentation().undos_selected(3);
+    EXPECT_FALSE(list.isVisible());
+}
+
 TEST_F(UndoRedoRuns, SubscriberThatThrowsWhenTheDocumentBecomesBusyLeavesNoMark)
 {
     JournalingReceiver receiver;
@@ -372,6 +407,7 @@ TEST_F(UndoRedoRuns, OpenListOfADocumentThatIsClosedDoesNothing)
     QMenu& list = open_list();
     close_document(document);
     EXPECT_EQ(nullptr, undo_tool().menu());
+    EXPECT_FALSE(list.isVisible());
     const QList<QAction*> entries = list.actions();
     journal().clear();
     for (QAction* p_entry : entries) {

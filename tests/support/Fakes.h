@@ -188,6 +188,7 @@ class FakeView : public housekeeping::Updateable
 public:
     explicit FakeView(const std::string& name);
     using Updateable::register_controller;
+    using Updateable::unregister;
 
     std::function<void()> on_update;
 

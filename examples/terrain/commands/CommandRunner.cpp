@@ -131,6 +131,8 @@ void CommandRunner::run()
         m_error = exception.what();
     } catch (const std::exception& exception) {
         m_error = exception.what();
+    } catch (...) {
+        m_error = "An unknown exception was thrown";
     }
     // After all messages of the run, which went the same way.
     QMetaObject::invokeMethod(

@@ -217,7 +217,7 @@ void AbstractMainWindow::slotTabBarMoved(const QString& tabText)
         currentTabChanged(m_panelTabBar->currentIndex());
     }
     emit detachingPanel(m_panelStack->indexOf(p_panel));
-    if (p_panel) { // a receiver may have deleted it
+    if (p_panel && m_panelStack->indexOf(p_panel) >= 0) { // a receiver may have deleted or moved it
         floatPanel(p_panel);
     }
 }

@@ -1,6 +1,5 @@
 #include <tarqa/housekeeping/gui/AbstractPresentation.h>
 
-#include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/ControllerManager.h>
 
 namespace tarqa::housekeeping::gui {
@@ -24,6 +23,11 @@ void AbstractPresentation::update()
 void AbstractPresentation::update_presentation_private()
 {
     update_presentation();
+}
+
+AbstractController* AbstractPresentation::controller() const
+{
+    return m_p_controller;
 }
 
 void AbstractPresentation::connect_controller()

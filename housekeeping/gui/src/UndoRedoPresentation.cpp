@@ -246,8 +246,8 @@ void UndoRedoPresentation::run(size_t count, Steps steps, const char* function)
         return;
     }
     ControllerLocker locker(*p_controller);
+    locker.finished(); // however the steps end, some of them may have been done
     (p_controller->*steps)(count);
-    locker.finished();
     mark.clear();
 }
 
@@ -261,7 +261,7 @@ void UndoRedoPresentation::handle_message(MainWindowMessage& message)
     }
     if (message.kind() == MainWindowMessage::Menu) {
         const auto* const p_menu = qobject_cast<QMenu*>(message.target());
-        if (p_menu && p_menu->title() == tr("&Edit")) {
+        if (p_menu && (p_menu->title() == "&Edit" || p_menu->title() == tr("&Edit"))) {
             message.insertAction(0, undo_action());
             message.insertAction(1, redo_action());
             message.insertSeparator(2);

@@ -41,6 +41,7 @@ private:
     virtual void update() = 0;
 
     static Registry& registry();
+    static bool is_registered(const Registry::value_type& entry);
 };
 
 } // namespace tarqa::housekeeping

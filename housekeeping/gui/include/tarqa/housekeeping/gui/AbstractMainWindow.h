@@ -3,6 +3,7 @@
 #include <tarqa/housekeeping/tq_hk_export.h>
 #include <tarqa/utilities/UrlList.h>
 
+#include <QtCore/QStringList>
 #include <QtWidgets/QMainWindow>
 
 #include <utility>
@@ -53,8 +54,9 @@ public:
     /// the panel's window title names it; an empty one is logged.
     /// @return its index in the stack; for a floating panel its position among these
     int addPanel(QWidget* p_panel, const QString& text);
-    /// Takes a panel out without deleting it. An index at or beyond the stack's count takes the first
-    /// floating panel, whichever the index names.
+    /// Takes a panel out without deleting it: a docked one stays a child of the stack until it is given
+    /// another parent, a floating one has none then. An index at or beyond the stack's count, and not below
+    /// the number of tabs, takes the first floating panel, whichever the index names.
     void removePanel(int index);
     /// The panel's index in the stack; for a floating panel the number of tabs and its position among these;
     /// -1 for any other widget.

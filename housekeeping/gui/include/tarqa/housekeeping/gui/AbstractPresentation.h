@@ -1,12 +1,14 @@
 #pragma once
 
+#include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/Updateable.h>
 #include <tarqa/housekeeping/tq_hk_export.h>
+
+#include <QtCore/QPointer>
 
 #include <string>
 
 namespace tarqa::housekeeping {
-class AbstractController;
 class TestAccess;
 } // namespace tarqa::housekeeping
 
@@ -18,7 +20,8 @@ namespace tarqa::housekeeping::gui {
  *
  * The host derives its presentations from it and registers a factory for each; the PresentationManager makes
  * one of each at start-up, initialises them all, then builds them all. So every init_presentation() has run
- * before the first build_presentation(). It lives until shutdown. Main thread.
+ * before the first build_presentation(). It normally lives until shutdown; its destructor takes it out of its
+ * controller's views. Main thread.
  */
 class TQ_HK_EXPORT AbstractPresentation : public Updateable
 {
@@ -43,7 +46,7 @@ protected:
     virtual std::string controller_name() const = 0;
     /// The controller; null before init(), and if there is none of that name. Derived classes give their own
     /// controller's type.
-    virtual AbstractController* controller() const { return m_p_controller; }
+    virtual AbstractController* controller() const;
 
 private:
     virtual void connect_controller();
@@ -64,7 +67,7 @@ private:
     /// Refreshes in any case.
     void update_presentation_private();
 
-    AbstractController* m_p_controller = nullptr; // the controller manager's
+    QPointer<AbstractController> m_p_controller; // the controller manager's
     bool m_receive_updates = true;
 };
 

@@ -30,7 +30,8 @@ public:
     static const PresentationManager& const_instance();
 
     /// Makes one presentation of every registered product, in the order of registration, then initialises
-    /// all, then builds all. What a factory fails to make is logged and left out.
+    /// all, then builds all. What a factory fails to make is logged, in each of the three passes, and is
+    /// empty.
     void init();
     /// The presentation of that name; empty if there is none.
     boost::shared_ptr<AbstractPresentation> presentation(std::string name);

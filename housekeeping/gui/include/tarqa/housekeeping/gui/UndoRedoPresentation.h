@@ -47,7 +47,8 @@ public:
     /// The actions of the menu; null before init(). Owned here.
     QAction* undo_action();
     QAction* redo_action();
-    /// The actions of the tool bar; null before init(). Owned here.
+    /// The actions of the tool bar; null before init(). Owned here. Their lists of more than a hundred
+    /// entries are up to date only once they are about to show.
     QAction* undo_tool_bar_action();
     QAction* redo_tool_bar_action();
 
@@ -57,8 +58,8 @@ public:
 public slots:
     void undo();
     void redo();
-    /// Undoes the last @p num_undos commands of the current document; does nothing while any document is
-    /// busy.
+    /// Undoes the last @p num_undos commands of the current document; does nothing without one, and while any
+    /// document is busy. The controller's lock is held while the commands run and the views are redrawn.
     void undos_selected(const size_t& num_undos);
     void redos_selected(const size_t& num_redos);
     void handle_message(housekeeping::gui::MainWindowMessage& message);
