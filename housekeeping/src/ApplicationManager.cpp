@@ -72,8 +72,8 @@ bool platform_is_chosen()
     return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-/// Keeps Qt's advice against the pixel ratio's variable, which is set for the program's own sake, from
-/// standing in the user's terminal at every start. Other messages pass.
+/// Keeps Qt's advice against the pixel ratio's variable from standing in the user's terminal at every start.
+/// It is meant for developers, so it is kept back whoever set the variable. Other messages pass.
 class PixelRatioAdviceFilter
 {
 public:
@@ -186,7 +186,6 @@ void ApplicationManager::destroy_instance()
 }
 
 // --- start-up
-// ----------------------------------------------------------------------------------------------------
 
 void ApplicationManager::init(int& argc, char**& argv, const char*, bool gui)
 {
@@ -387,7 +386,6 @@ void ApplicationManager::initialiseGDALPaths()
 }
 
 // --- main loop and end
-// -------------------------------------------------------------------------------------------
 
 QApplication* ApplicationManager::qapplication() const
 {
@@ -501,7 +499,6 @@ void ApplicationManager::setSuspended(bool suspended)
 }
 
 // --- graphics
-// ----------------------------------------------------------------------------------------------------
 
 void ApplicationManager::setGlRenderer(const std::string& renderer)
 {

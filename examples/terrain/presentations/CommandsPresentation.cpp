@@ -68,7 +68,6 @@ CommandsPresentation& CommandsPresentation::instance()
 }
 
 // --- presentation
-// ------------------------------------------------------------------------------------------------
 
 std::string CommandsPresentation::controller_name() const
 {
@@ -133,7 +132,6 @@ QAction* CommandsPresentation::add_action(
 }
 
 // --- commands
-// ----------------------------------------------------------------------------------------------------
 
 void CommandsPresentation::smooth()
 {

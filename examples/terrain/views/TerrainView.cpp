@@ -70,7 +70,6 @@ const TerrainDocument* TerrainView::terrain_document() const
 }
 
 // --- where the map is
-// -----------------------------------------------------------------------------------------------
 
 QPointF TerrainView::pixels_per_cell() const
 {
@@ -182,7 +181,6 @@ void TerrainView::map_moved()
 }
 
 // --- what lies under the pointer
-// ------------------------------------------------------------------------------------
 
 std::optional<Reading> TerrainView::reading(const QPointF& point) const
 {
@@ -228,7 +226,6 @@ QString TerrainView::reading_text(const QPointF& point) const
 }
 
 // --- events
-// ---------------------------------------------------------------------------------------------------------
 
 QSize TerrainView::sizeHint() const
 {

@@ -119,7 +119,6 @@ void collect(int kind, QWidget* p_target, QWidget* p_owner)
 } // namespace
 
 // --- making the window
-// ----------------------------------------------------------------------------------------------
 
 MainWindow::MainWindow()
     : m_p_deeds(new Deeds(this))
@@ -279,7 +278,6 @@ void MainWindow::connect_deeds()
 }
 
 // --- panels and settings
-// --------------------------------------------------------------------------------------------
 
 std::vector<QWidget*> MainWindow::panels() const
 {
@@ -318,7 +316,6 @@ void MainWindow::writeSettings()
 }
 
 // --- documents
-// ------------------------------------------------------------------------------------------------------
 
 bool MainWindow::open(const QString& path)
 {
@@ -515,7 +512,6 @@ std::vector<housekeeping::DocumentId> MainWindow::open_documents()
 }
 
 // --- what the window shows
-// ------------------------------------------------------------------------------------------
 
 QAction& MainWindow::action(Deed deed) const
 {
@@ -533,7 +529,6 @@ QString MainWindow::reading() const
 }
 
 // --- events
-// ---------------------------------------------------------------------------------------------------------
 
 bool MainWindow::may_close()
 {

@@ -90,7 +90,6 @@ bool AbstractMainWindow::hasInstance()
 }
 
 // --- adding and removing
-// -----------------------------------------------------------------------------------------
 
 int AbstractMainWindow::addPanel(QWidget* p_panel, const QString&)
 {
@@ -168,7 +167,6 @@ int AbstractMainWindow::indexOf(QWidget* p_panel) const
 }
 
 // --- floating and docking
-// ----------------------------------------------------------------------------------------
 
 int AbstractMainWindow::floatPanel(QWidget* p_panel)
 {
@@ -289,7 +287,6 @@ AbstractMainWindow::FloatingPanels::const_iterator AbstractMainWindow::floating(
 }
 
 // --- tabs
-// --------------------------------------------------------------------------------------------------------
 
 int AbstractMainWindow::tab_with_text(const QString& text) const
 {
@@ -323,7 +320,6 @@ void AbstractMainWindow::currentTabChanged(int index)
 }
 
 // --- settings
-// ----------------------------------------------------------------------------------------------------
 
 void AbstractMainWindow::readSettings()
 {

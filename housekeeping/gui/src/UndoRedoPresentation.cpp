@@ -37,7 +37,6 @@ boost::shared_ptr<UndoRedoPresentation> UndoRedoPresentation::instance()
 }
 
 // --- actions
-// -----------------------------------------------------------------------------------------------------
 
 void UndoRedoPresentation::build_actions()
 {
@@ -100,7 +99,6 @@ QAction* UndoRedoPresentation::redo_tool_bar_action()
 }
 
 // --- presentation
-// ------------------------------------------------------------------------------------------------
 
 void UndoRedoPresentation::init_presentation()
 {
@@ -160,7 +158,6 @@ void UndoRedoPresentation::set_undo_redo_items(bool fetch)
 }
 
 // --- lists
-// -------------------------------------------------------------------------------------------------------
 
 /// Fills a long list, now that somebody looks at it.
 void UndoRedoPresentation::fill_waiting_list(UndoRedoSide& side, DetailsOf details_of)
@@ -198,7 +195,6 @@ void UndoRedoPresentation::hoveredRedo()
 }
 
 // --- undo and redo
-// -----------------------------------------------------------------------------------------------
 
 void UndoRedoPresentation::undo()
 {
@@ -252,7 +248,6 @@ void UndoRedoPresentation::run(size_t count, Steps steps, const char* function)
 }
 
 // --- messages
-// ----------------------------------------------------------------------------------------------------
 
 void UndoRedoPresentation::handle_message(MainWindowMessage& message)
 {
