@@ -133,6 +133,7 @@ TEST(Resources, AboutPageNamesTheLibrariesAndTheirLicences)
         }
     };
     names("Qt", {"(LGPL)"});
+    names("QtWebKit", {"(LGPL)", "BSD"});
     names("Boost", {"(BSL)"});
     names("GDAL", {"MIT"});
     names("CGAL", {"(GPL)", "(LGPL)"});

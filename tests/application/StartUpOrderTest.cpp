@@ -111,12 +111,14 @@ protected:
 private:
     void note(const std::string& step)
     {
+        // Neither widgets nor styles can be asked for earlier.
+        const bool has_application
+            = QCoreApplication::instance() && step != "application object" && step != "window icon";
         const auto* const p_style
-            = QCoreApplication::instance() && step != "application object" && step != "window icon"
-            ? qobject_cast<const pkBase::QPKProxyStyle*>(QApplication::style())
-            : nullptr;
-        m_moments.push_back({step, m_log.text(), !pkBase::QLogFileViewer::instance().path().isEmpty(),
-            p_style != nullptr, TestAccess::peek<MessageHandler>() != nullptr, cgal_goes_on(),
+            = has_application ? qobject_cast<const pkBase::QPKProxyStyle*>(QApplication::style()) : nullptr;
+        const bool viewer_has_path = has_application && !pkBase::QLogFileViewer::instance().path().isEmpty();
+        m_moments.push_back({step, m_log.text(), viewer_has_path, p_style != nullptr,
+            TestAccess::peek<MessageHandler>() != nullptr, cgal_goes_on(),
             !lock_files::held_by(getpid()).empty(), std::filesystem::exists(m_abandoned)});
     }
 

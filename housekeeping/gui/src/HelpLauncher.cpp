@@ -1,0 +1,31 @@
+#include <tarqa/housekeeping/gui/HelpLauncher.h>
+
+#include <tarqa/housekeeping/ErrorProtocol.h>
+#include <tarqa/housekeeping/gui/AbstractMainWindow.h>
+
+#include <pkBaseQt/QPKAboutBox.h>
+
+#include "LiveMainWindow.h"
+
+namespace tarqa::housekeeping::gui {
+
+namespace {
+
+const char* const s_about_page = ":/tarqa/Resources/about.htm";
+
+} // namespace
+
+HelpLauncher::HelpLauncher(QObject* p_parent)
+    : QObject(p_parent)
+{ }
+
+HelpLauncher::~HelpLauncher() = default;
+
+void HelpLauncher::about()
+{
+    pkBase::QPKAboutBox box(s_about_page, live_main_window(),
+        QString::fromStdString(ErrorProtocol::const_instance().log_filename()));
+    box.exec();
+}
+
+} // namespace tarqa::housekeeping::gui

@@ -1,0 +1,188 @@
+#include <tarqa/housekeeping/gui/PreferencesDialog.h>
+
+#include <tarqa/housekeeping/ErrorHandler.h>
+#include <tarqa/housekeeping/gui/AbstractMainWindow.h>
+#include <tarqa/housekeeping/gui/AbstractPreferences.h>
+#include <tarqa/housekeeping/gui/AbstractPreferencesFactory.h>
+
+#include <pkBaseQt/QFinalPolish.h>
+#include <pkBaseQt/QPKHelpButton.h>
+#include <tarqa/utilities/Exception.h>
+
+#include "Assertion.h"
+#include "LiveMainWindow.h"
+#include "LoggingExceptions.h"
+
+#include <QtGui/QHideEvent>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QShortcut>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace tarqa::housekeeping::gui {
+
+namespace {
+
+const char* const s_source = "housekeeping/gui/src/PreferencesDialog";
+
+const char* const s_help_key = "TARQ_FILE_MENU_PREFERENCES";
+const QSize s_first_size(493, 500);
+const QSize s_smallest_size(450, 378);
+const int s_first_tab = 1; // deliberately the second page
+
+const char* const s_unknown_exception = "A page of the preferences failed for an unknown reason";
+
+/// Null if the page is not to be shown, and, logged, if it cannot be made.
+std::unique_ptr<AbstractPreferences> create_page(const std::string& product)
+{
+    std::unique_ptr<AbstractPreferences> page;
+    bool failed = true;
+    bool valid = false;
+    logging_exceptions(s_unknown_exception, [&] {
+        page.reset(product.empty() ? AbstractPreferencesFactory::create_unmanaged()
+                                   : AbstractPreferencesFactory::create_unmanaged(product));
+        valid = page && page->isValidPanel();
+        failed = false;
+    });
+    HK_ASSERT(page || failed, "page");
+    return valid ? std::move(page) : nullptr;
+}
+
+/// What a page throws here is of no use to the user, who has done nothing but look.
+void refresh(AbstractPreferences& page)
+{
+    logging_exceptions(s_unknown_exception, [&page] { page.aboutToShow(); });
+}
+
+} // namespace
+
+PreferencesDialog::PreferencesDialog(QWidget* p_parent, Qt::WindowFlags)
+    : QDialog(p_parent ? p_parent : live_main_window())
+{
+    setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::CustomizeWindowHint
+        | Qt::WindowCloseButtonHint);
+    connect(new QShortcut(QKeySequence(QKeySequence::Close), this), SIGNAL(activated()), this, SLOT(close()));
+    build_form();
+    QWidget* const p_placeholder = m_tab->currentWidget();
+    m_tab->removeTab(m_tab->currentIndex());
+    delete p_placeholder;
+    fill_dialog();
+    adjustSize();
+    resize(size().expandedTo(s_smallest_size).expandedTo(minimumSizeHint()));
+    m_tab->setCurrentIndex(s_first_tab);
+    setModal(false);
+}
+
+PreferencesDialog::~PreferencesDialog() = default;
+
+void PreferencesDialog::build_form()
+{
+    setObjectName("PreferenceDialog");
+    resize(s_first_size);
+    setWindowTitle(tr("Preferences"));
+
+    m_tab = new QTabWidget;
+    m_tab->setObjectName("m_tab");
+    m_tab->addTab(new QWidget, tr("Tab 1"));
+    helpButton = new pkBase::QPKHelpButton(s_help_key);
+    helpButton->setObjectName("helpButton");
+    helpButton->setAutoDefault(false);
+    m_okButton = new QPushButton(tr("Apply"));
+    m_okButton->setObjectName("m_okButton");
+    m_okButton->setDefault(true);
+    m_cancelButton = new QPushButton(tr("Close"));
+    m_cancelButton->setObjectName("m_cancelButton");
+    m_cancelButton->setAutoDefault(false);
+
+    auto* const p_layout = new QVBoxLayout(this);
+    p_layout->addWidget(m_tab);
+    auto* const p_buttons = new QHBoxLayout;
+    p_buttons->addWidget(helpButton);
+    p_buttons->addStretch();
+    p_buttons->addWidget(m_okButton);
+    p_buttons->addWidget(m_cancelButton);
+    p_layout->addLayout(p_buttons);
+
+    connect(m_tab, SIGNAL(currentChanged(int)), this, SLOT(tabChanged(int)));
+    connect(m_okButton, SIGNAL(clicked()), this, SLOT(accept()));
+    connect(m_cancelButton, SIGNAL(clicked()), this, SLOT(close()));
+    // For derived dialogs: a slot on_..._clicked() here would make its button act twice.
+    QMetaObject::connectSlotsByName(this);
+}
+
+void PreferencesDialog::fill_dialog()
+{
+    for (const std::string& product : AbstractPreferencesFactory::products()) {
+        if (std::unique_ptr<AbstractPreferences> page = create_page(product)) {
+            pkBase::QFinalPolish::apply(page.get());
+            m_pages.push_back(page.release());
+        }
+    }
+    std::sort(m_pages.begin(), m_pages.end(),
+        [](const AbstractPreferences* p_one, const AbstractPreferences* p_other) {
+            return p_one->weight() < p_other->weight();
+        });
+    for (AbstractPreferences* const p_page : m_pages) {
+        m_tab->addTab(p_page, p_page->label());
+    }
+}
+
+void PreferencesDialog::pre_show_dialog()
+{
+    for (AbstractPreferences* const p_page : m_pages) {
+        refresh(*p_page);
+    }
+}
+
+void PreferencesDialog::accept()
+{
+    AbstractPreferences* const p_page = page(m_tab->currentIndex());
+    ErrorHandler& errors = ErrorHandler::instance();
+    const std::string title = windowTitle().toStdString();
+    try {
+        if (p_page) {
+            p_page->accept();
+        }
+        m_applied = true;
+        setResult(Accepted); // and deliberately stays open
+    } catch (const tarqa::Exception& exception) {
+        errors.message(title, exception, QMessageBox::Ok);
+    } catch (const std::exception& exception) {
+        errors.message(title, exception, QMessageBox::Ok);
+    } catch (...) {
+        errors.message(title, s_unknown_exception, QMessageBox::Ok);
+    }
+}
+
+void PreferencesDialog::tabChanged(int index)
+{
+    if (AbstractPreferences* const p_page = page(index)) {
+        refresh(*p_page);
+    }
+}
+
+AbstractPreferences* PreferencesDialog::page(int index) const
+{
+    const auto place = static_cast<std::size_t>(index);
+    return index >= 0 && place < m_pages.size() ? m_pages[place] : nullptr;
+}
+
+void PreferencesDialog::setTab(int index)
+{
+    m_tab->setCurrentIndex(index);
+}
+
+void PreferencesDialog::hideEvent(QHideEvent* p_event)
+{
+    QDialog::hideEvent(p_event);
+    if (!p_event->spontaneous() && std::exchange(m_applied, false)) {
+        emit accepted_signal();
+    }
+}
+
+} // namespace tarqa::housekeeping::gui

@@ -1,0 +1,121 @@
+#include <tarqa/housekeeping/gui/QHelpWebView.h>
+
+#include <tarqa/housekeeping/gui/QHelpWebViewPage.h>
+
+#include <pkBaseQt/pkProductInfo.h>
+
+#include "OpenOutside.h"
+
+#include <QtGui/QContextMenuEvent>
+#include <QtPrintSupport/QPrintDialog>
+#include <QtPrintSupport/QPrinter>
+#include <QtWebKitWidgets/QWebFrame>
+#include <QtWidgets/QMenu>
+
+namespace tarqa::housekeeping::gui {
+
+namespace {
+
+const char* const s_topic_frame = "topic";
+
+const pkBase::pkProductInfo& product()
+{
+    return pkBase::pkProductInfo::const_instance();
+}
+
+} // namespace
+
+QHelpWebView::QHelpWebView(const QString& localFile, QWidget* p_parent)
+    : QWebView(p_parent)
+{
+    setPage(new QHelpWebViewPage(this));
+    load(QUrl::fromLocalFile(localFile));
+    page()->setLinkDelegationPolicy(QWebPage::DelegateExternalLinks);
+    setWindowTitle(tr("Online Help: ") + QString::fromStdString(product().product_name()));
+    connect(this, SIGNAL(loadFinished(bool)), this, SLOT(pageLoaded(bool)));
+    connect(page()->mainFrame(), SIGNAL(javaScriptWindowObjectCleared()), this, SLOT(resetControler()));
+    connect(page(), SIGNAL(linkClicked(QUrl)), this, SLOT(linkClicked(QUrl)));
+    connect(page(), SIGNAL(printRequested(QWebFrame*)), this, SLOT(onPrintRequested(QWebFrame*)));
+}
+
+QHelpWebView::~QHelpWebView() = default;
+
+void QHelpWebView::pageLoaded(bool) { }
+
+void QHelpWebView::resetControler() { }
+
+void QHelpWebView::execJS(const QString& script)
+{
+    if (m_defer_js) {
+        m_pending_js.append(script);
+    } else {
+        page()->mainFrame()->evaluateJavaScript(script);
+    }
+}
+
+// Deliberately without running them.
+void QHelpWebView::flushJS()
+{
+    m_pending_js.clear();
+}
+
+void QHelpWebView::linkClicked(const QUrl& url)
+{
+    const QString scheme = url.scheme();
+    if (scheme != "file" && scheme != "http" && scheme != "https") {
+        return;
+    }
+    // A web address has no local form, and so no suffix.
+    if (!url.isLocalFile() || QHelpWebViewPage::opens_outside(url)) {
+        open_outside(url, this);
+    }
+}
+
+void QHelpWebView::contextMenuEvent(QContextMenuEvent* p_event)
+{
+    QMenu menu(this);
+    menu.addAction(pageAction(QWebPage::Back));
+    menu.addAction(pageAction(QWebPage::Forward));
+    menu.addAction(pageAction(QWebPage::Copy));
+    menu.addSeparator();
+    menu.addAction(tr("Open Help in Web Browser"), this, SLOT(openInBrowser()));
+    menu.addAction(tr("Open Current Page Web Browser"), this, SLOT(openCurrentPageInBrowser()));
+    menu.exec(p_event->globalPos());
+}
+
+void QHelpWebView::openInBrowser()
+{
+    open_outside(url(), this);
+}
+
+void QHelpWebView::openCurrentPageInBrowser()
+{
+    open_outside(current_page(), this);
+}
+
+QUrl QHelpWebView::current_page() const
+{
+    for (const QWebFrame* const p_frame : page()->mainFrame()->childFrames()) {
+        if (p_frame->frameName() == s_topic_frame) {
+            // A page that a frame was sent to by its name alone is known as what was asked for.
+            return p_frame->url().isEmpty() ? p_frame->requestedUrl() : p_frame->url();
+        }
+    }
+    return url();
+}
+
+void QHelpWebView::onPrintRequested(QWebFrame* p_frame)
+{
+    if (!p_frame) {
+        return;
+    }
+    QPrinter printer;
+    printer.setCreator(QString::fromStdString(product().marketing_name()));
+    QPrintDialog dialog(&printer, this);
+    dialog.setWindowTitle(tr("Print Help"));
+    if (dialog.exec() == QDialog::Accepted) {
+        p_frame->print(&printer);
+    }
+}
+
+} // namespace tarqa::housekeeping::gui
