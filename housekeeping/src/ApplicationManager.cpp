@@ -471,7 +471,7 @@ void ApplicationManager::quit()
     QCoreApplication::quit();
 }
 
-void ApplicationManager::relaunch()
+QStringList ApplicationManager::command_line()
 {
     QStringList arguments;
     if (const ApplicationManager* const p_manager = get_instance().peek()) {
@@ -479,6 +479,12 @@ void ApplicationManager::relaunch()
             arguments.append(QString::fromLocal8Bit(argument.c_str()));
         }
     }
+    return arguments;
+}
+
+void ApplicationManager::relaunch()
+{
+    const QStringList arguments = command_line();
     quit();
     if (!arguments.isEmpty()) {
         QProcess::startDetached(arguments.first(), arguments); // the program's name twice, deliberately

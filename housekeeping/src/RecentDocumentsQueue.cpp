@@ -6,6 +6,7 @@
 #include <tarqa/utilities/Url.h>
 
 #include "Assertion.h"
+#include "LoggingExceptions.h"
 #include "SettingsGroup.h"
 
 #include <boost/make_shared.hpp>
@@ -104,8 +105,11 @@ void RecentDocumentsQueue::load()
             continue;
         }
         const auto sp_source = boost::make_shared<DataSource>();
-        sp_source->info(list);
-        push(sp_source);
+        // One entry that cannot be read must not cost the others.
+        logging_exceptions("An entry of the recent documents cannot be read, for an unknown reason", [&] {
+            sp_source->info(list);
+            push(sp_source);
+        });
     }
 }
 

@@ -1,6 +1,5 @@
 #include "LogTail.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -11,7 +10,8 @@ namespace pkBase {
 
 namespace {
 
-const int s_head = 512; ///< bytes that tell two files apart: the log's name, version and start time are in it
+const int s_sample
+    = 512; ///< bytes at the beginning, and before the place that was reached, that tell files apart
 
 const int s_longest_skip = 64 * 1024; ///< bytes
 
@@ -26,11 +26,6 @@ qint64 skip_broken_line(QFile& file)
         file.seek(start + std::distance(rest.begin(), std::find_if_not(rest.begin(), rest.end(), continues)));
     }
     return file.pos() - start;
-}
-
-QString translate(const char* text)
-{
-    return QCoreApplication::translate("pkBase::QLogFileViewer", text);
 }
 
 } // namespace
@@ -52,6 +47,7 @@ void LogTail::restart()
     m_started = false;
     m_position = 0;
     m_head.clear();
+    m_last.clear();
 }
 
 LogTail::Piece LogTail::read()
@@ -59,11 +55,12 @@ LogTail::Piece LogTail::read()
     Piece missing;
     missing.change = Change::Missing;
     if (m_path.isEmpty()) {
-        missing.error = translate("There is no log file.");
+        missing.error = tr("There is no log file.");
         return missing;
     }
-    if (QFileInfo(m_path).isDir()) {
-        missing.error = translate("It is a folder.");
+    const QFileInfo info(m_path);
+    if (info.exists() && !info.isFile()) {
+        missing.error = tr("It is no file."); // but a folder, or a pipe, which would keep us waiting
         return missing;
     }
     QFile file(m_path);
@@ -83,7 +80,11 @@ LogTail::Piece LogTail::read()
 
 bool LogTail::is_same_file(QFile& file) const
 {
-    return file.size() >= m_position && file.read(m_head.size()) == m_head;
+    if (file.size() < m_position || file.read(m_head.size()) != m_head) {
+        return false;
+    }
+    file.seek(m_position - m_last.size());
+    return file.read(m_last.size()) == m_last;
 }
 
 LogTail::Piece LogTail::read_on(QFile& file, Change change, qint64 skipped)
@@ -91,16 +92,20 @@ LogTail::Piece LogTail::read_on(QFile& file, Change change, qint64 skipped)
     Piece piece;
     piece.change = change;
     piece.skipped = skipped;
-    if (m_head.size() < s_head) {
+    if (m_head.size() < s_sample) {
         file.seek(0);
-        m_head = file.read(s_head);
+        m_head = file.read(s_sample);
     }
     file.seek(m_position);
     if (skipped > 0) {
         piece.skipped += skip_broken_line(file);
     }
-    const QByteArray bytes = file.readAll();
-    m_position = file.pos();
+    QByteArray bytes = file.readAll();
+    if (bytes.endsWith('\r')) {
+        bytes.chop(1); // perhaps half a line end
+    }
+    m_position += piece.skipped - skipped + bytes.size();
+    m_last = (m_last + bytes).right(s_sample);
     piece.text = m_decoder->toUnicode(bytes);
     return piece;
 }

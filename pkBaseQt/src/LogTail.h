@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QCoreApplication>
 #include <QtCore/QString>
 #include <QtCore/QTextCodec>
 
@@ -13,10 +14,12 @@ namespace pkBase {
 /**
  * Reads a text file that grows, each time from where it ended before. The text is UTF-8; a character that is
  * only half written comes when it is whole. Notices when the file is gone, was cut short, or is another one
- * by now, which it is if it begins otherwise than before.
+ * by now: one with other bytes at its beginning or where the reading had stopped.
  */
 class LogTail
 {
+    Q_DECLARE_TR_FUNCTIONS(pkBase::QLogFileViewer)
+
 public:
     enum class Change
     {
@@ -54,6 +57,7 @@ private:
     bool m_started = false;
     qint64 m_position = 0; // in the file, behind what was read
     QByteArray m_head; // the first bytes of the file
+    QByteArray m_last; // the bytes before m_position
     std::unique_ptr<QTextDecoder> m_decoder; // keeps half a character
 };
 

@@ -118,7 +118,9 @@ void QLogFileViewer::build()
     p_layout->addLayout(p_find_line);
     p_layout->addWidget(m_p_text, 1);
     p_layout->addLayout(p_buttons);
-    resize(s_first_size);
+    if (!testAttribute(Qt::WA_Resized)) {
+        resize(s_first_size);
+    }
 
     m_p_timer = new QTimer(this);
     m_p_timer->setInterval(s_interval);
@@ -126,6 +128,8 @@ void QLogFileViewer::build()
     connect(p_next, &QPushButton::clicked, this, &QLogFileViewer::find_next);
     connect(p_previous, &QPushButton::clicked, this, &QLogFileViewer::find_previous);
     connect(m_p_search, &QLineEdit::textChanged, this, &QLogFileViewer::mark_found);
+    connect(m_p_search, &QLineEdit::textChanged, m_p_status, &QLabel::clear);
+    connect(m_p_text->verticalScrollBar(), &QScrollBar::valueChanged, this, &QLogFileViewer::mark_found);
     connect(m_p_match_case, &QCheckBox::toggled, this, &QLogFileViewer::mark_found);
     connect(p_copy, &QPushButton::clicked, this, &QLogFileViewer::copy);
     connect(p_close, &QPushButton::clicked, this, &QWidget::close);
@@ -140,6 +144,15 @@ void QLogFileViewer::build()
     connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
 }
 
+void QLogFileViewer::present()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    refresh();
+}
+
 void QLogFileViewer::showEvent(QShowEvent* p_event)
 {
     build();
@@ -150,7 +163,9 @@ void QLogFileViewer::showEvent(QShowEvent* p_event)
 
 void QLogFileViewer::hideEvent(QHideEvent* p_event)
 {
-    m_p_timer->stop();
+    if (m_p_timer) {
+        m_p_timer->stop();
+    }
     QWidget::hideEvent(p_event);
 }
 
@@ -209,11 +224,7 @@ void QLogFileViewer::refresh()
         say(m_path.isEmpty() ? piece.error : tr("The log file cannot be read: %1").arg(piece.error));
         return;
     case LogTail::Change::Restarted:
-        m_p_text->clear();
-        if (piece.skipped > 0) {
-            append(tr("(The first %1 bytes of the file are not shown.)").arg(piece.skipped) + '\n');
-        }
-        append(piece.text);
+        show_anew(piece.text, piece.skipped);
         break;
     case LogTail::Change::Appended:
         append(piece.text);
@@ -224,11 +235,31 @@ void QLogFileViewer::refresh()
     }
 }
 
+bool QLogFileViewer::is_at_end() const
+{
+    const QScrollBar* const p_bar = m_p_text->verticalScrollBar();
+    return p_bar->value() == p_bar->maximum();
+}
+
+/// Whoever was reading further up starts at the top.
+void QLogFileViewer::show_anew(const QString& text, long long skipped)
+{
+    const bool at_end = is_at_end();
+    m_p_text->clear();
+    if (skipped > 0) {
+        append(tr("(The first %1 bytes of the file are not shown.)").arg(skipped) + '\n');
+    }
+    append(text);
+    if (!at_end) {
+        m_p_text->verticalScrollBar()->setValue(0);
+    }
+}
+
 /// The view stays where it is, unless the end was in view and is to be followed.
 void QLogFileViewer::append(const QString& text)
 {
     QScrollBar* const p_bar = m_p_text->verticalScrollBar();
-    const bool at_end = p_bar->value() == p_bar->maximum();
+    const bool at_end = is_at_end();
     const int place = p_bar->value();
     QTextCursor selection = m_p_text->textCursor();
     const int selection_end = selection.selectionEnd();
@@ -242,6 +273,7 @@ void QLogFileViewer::append(const QString& text)
         m_p_text->setTextCursor(selection);
     }
     p_bar->setValue(m_p_follow->isChecked() && at_end ? p_bar->maximum() : place);
+    mark_found();
 }
 
 // --- finding and copying
@@ -267,19 +299,24 @@ void QLogFileViewer::find(bool backwards)
     QTextDocument::FindFlags flags;
     flags.setFlag(QTextDocument::FindBackward, backwards);
     flags.setFlag(QTextDocument::FindCaseSensitively, m_p_match_case->isChecked());
-    if (m_p_text->find(wanted, flags)) {
-        say(QString());
-        mark_found();
+    const QTextDocument& document = *m_p_text->document();
+    QTextCursor found = document.find(wanted, m_p_text->textCursor(), flags);
+    const bool from_other_end = found.isNull();
+    if (from_other_end) {
+        QTextCursor other_end(m_p_text->document());
+        other_end.movePosition(backwards ? QTextCursor::End : QTextCursor::Start);
+        found = document.find(wanted, other_end, flags);
+    }
+    if (found.isNull()) {
+        say(tr("\"%1\" was not found.").arg(wanted));
         return;
     }
-    const QTextCursor before = m_p_text->textCursor();
-    m_p_text->moveCursor(backwards ? QTextCursor::End : QTextCursor::Start);
-    if (m_p_text->find(wanted, flags)) {
-        mark_found();
-        say(backwards ? tr("Went on from the end.") : tr("Went on from the beginning."));
+    m_p_text->setTextCursor(found);
+    mark_found();
+    if (!from_other_end) {
+        say(QString());
     } else {
-        m_p_text->setTextCursor(before);
-        say(tr("\"%1\" was not found.").arg(wanted));
+        say(backwards ? tr("Went on from the end.") : tr("Went on from the beginning."));
     }
 }
 

@@ -66,6 +66,7 @@ QPKAboutBox::QPKAboutBox(const QString& page, QWidget* p_parent, const QString& 
     : QDialog(p_parent)
     , m_log_file(log_file)
     , m_p_page(new QTextBrowser)
+    , m_p_remark(make_label(QString(), "remark"))
 {
     setObjectName("QPKAboutBox");
     setWindowTitle(tr("About %1").arg(from(pkProductInfo::const_instance().marketing_name())));
@@ -74,6 +75,7 @@ QPKAboutBox::QPKAboutBox(const QString& page, QWidget* p_parent, const QString& 
     m_p_page->setObjectName("page");
     m_p_page->setOpenLinks(false);
     connect(m_p_page, &QTextBrowser::anchorClicked, this, &QPKAboutBox::open_link);
+    m_p_remark->hide();
     show_page(page);
 
     auto* const p_buttons = new QDialogButtonBox(QDialogButtonBox::Close);
@@ -86,6 +88,7 @@ QPKAboutBox::QPKAboutBox(const QString& page, QWidget* p_parent, const QString& 
     auto* const p_layout = new QVBoxLayout(this);
     p_layout->addWidget(make_head());
     p_layout->addWidget(m_p_page, 1);
+    p_layout->addWidget(m_p_remark);
     if (!m_log_file.isEmpty()) {
         p_layout->addWidget(make_log_line());
     }
@@ -111,7 +114,11 @@ QWidget* QPKAboutBox::make_head()
     auto* const p_lines = new QVBoxLayout;
     QLabel* const p_name = make_label(from(pkProductInfo::const_instance().marketing_name()), "product");
     QFont font = p_name->font();
-    font.setPointSizeF(font.pointSizeF() * 1.5);
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(font.pixelSize() * 3 / 2);
+    } else {
+        font.setPointSizeF(font.pointSizeF() * 1.5);
+    }
     font.setBold(true);
     p_name->setFont(font);
     p_lines->addWidget(p_name);
@@ -142,7 +149,12 @@ void QPKAboutBox::show_page(const QString& page)
         m_p_page->setPlainText(tr("The page %1 cannot be read.").arg(page));
         return;
     }
-    m_p_page->setSource(page.startsWith(':') ? QUrl("qrc" + page) : QUrl::fromLocalFile(page));
+    QUrl address = QUrl::fromLocalFile(QFileInfo(page).absoluteFilePath());
+    if (page.startsWith(':')) {
+        address.setScheme("qrc");
+        address.setPath(page.mid(1));
+    }
+    m_p_page->setSource(address);
 }
 
 void QPKAboutBox::open_link(const QUrl& link)
@@ -150,8 +162,9 @@ void QPKAboutBox::open_link(const QUrl& link)
     const QUrl address = m_p_page->source().resolved(link);
     if (address.matches(m_p_page->source(), QUrl::RemoveFragment)) {
         m_p_page->scrollToAnchor(address.fragment());
-    } else {
-        QDesktopServices::openUrl(address);
+    } else if (!QDesktopServices::openUrl(address)) {
+        m_p_remark->setText(tr("No program was found that opens %1").arg(address.toString()));
+        m_p_remark->show();
     }
 }
 
@@ -177,10 +190,8 @@ void QPKAboutBox::show_log_file()
     if (!m_log_file.isEmpty() && viewer.path() != m_log_file) {
         viewer.setPath(m_log_file);
     }
-    viewer.show();
-    viewer.raise();
-    viewer.refresh();
-    accept();
+    accept(); // first: closing it brings the window behind it to the front
+    viewer.present();
 }
 
 } // namespace pkBase

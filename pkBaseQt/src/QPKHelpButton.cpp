@@ -19,8 +19,9 @@ QPKHelpButton::~QPKHelpButton() = default;
 
 void QPKHelpButton::show_help() const
 {
-    if (!m_help_key.isEmpty()) {
-        pkProductInfo::instance().show_help(m_help_key);
+    const QString key = m_help_key; // the button may go while the page is shown
+    if (!key.isEmpty()) {
+        pkProductInfo::instance().show_help(key);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <QtWidgets/QApplication>
 
+#include <string>
+
 namespace support {
 
 /**
@@ -11,8 +13,10 @@ namespace support {
 class App
 {
 public:
-    App()
-        : m_application(m_count, m_arguments)
+    /// @param program what the command line calls the program
+    explicit App(const std::string& program = "test")
+        : m_name(program)
+        , m_application(m_count, m_arguments)
     {
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     }
@@ -20,8 +24,8 @@ public:
     QApplication& application() { return m_application; }
 
 private:
-    char m_name[5] = "test";
-    char* m_arguments[2] = {m_name, nullptr};
+    std::string m_name;
+    char* m_arguments[2] = {m_name.data(), nullptr};
     int m_count = 1;
     QApplication m_application;
 };

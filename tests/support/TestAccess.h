@@ -107,6 +107,33 @@ public:
         return presentation.createQuickHelpKeySequenceEntry(p_action, description, section);
     }
 
+    // Help browser: templates, as only its own tests know WebKit
+    template <class View>
+    static void execJS(View& view, const QString& script)
+    {
+        view.execJS(script);
+    }
+    template <class View>
+    static void flushJS(View& view)
+    {
+        view.flushJS();
+    }
+    template <class View>
+    static bool& defer_js(View& view)
+    {
+        return view.m_defer_js;
+    }
+    template <class View>
+    static const QStringList& pending_js(const View& view)
+    {
+        return view.m_pending_js;
+    }
+    template <class View>
+    static const QObject* js_controller(const View& view)
+    {
+        return view.m_p_controller;
+    }
+
     // Commands
     static bool cancel_requested(const AbstractCommand& command) { return command.m_cancelled; }
     static void do_command(AbstractCommand& command) { command.do_command(); }

@@ -7,6 +7,8 @@
 
 #include "LiveMainWindow.h"
 
+#include <QtCore/QPointer>
+
 namespace tarqa::housekeeping::gui {
 
 namespace {
@@ -23,9 +25,11 @@ HelpLauncher::~HelpLauncher() = default;
 
 void HelpLauncher::about()
 {
-    pkBase::QPKAboutBox box(s_about_page, live_main_window(),
+    // It may go with its parent while it is open.
+    const QPointer<pkBase::QPKAboutBox> p_box = new pkBase::QPKAboutBox(s_about_page, live_main_window(),
         QString::fromStdString(ErrorProtocol::const_instance().log_filename()));
-    box.exec();
+    p_box->exec();
+    delete p_box.data();
 }
 
 } // namespace tarqa::housekeeping::gui

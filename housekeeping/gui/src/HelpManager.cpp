@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/gui/HelpManager.h>
 
 #include <tarqa/housekeeping/AbstractDocument.h>
+#include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/DataSource.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
@@ -20,9 +21,13 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QProcess>
 #include <QtCore/QUrlQuery>
+#include <QtGui/QIcon>
+#include <QtGui/QKeySequence>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+
+#include <iostream>
 
 namespace tarqa::housekeeping::gui {
 
@@ -175,7 +180,7 @@ void HelpManager::fill_menu_bar(MainWindowMessage& message)
 void HelpManager::fill_help_menu(MainWindowMessage& message)
 {
     const auto* const p_menu = qobject_cast<QMenu*>(message.target());
-    if (!p_menu || p_menu->title() != tr(" &Help")) {
+    if (!p_menu || (p_menu->title() != " &Help" && p_menu->title() != tr(" &Help"))) {
         return;
     }
     if (product_name() == s_viewer_product) {
@@ -204,7 +209,8 @@ void HelpManager::clearCurrPath()
 
 void HelpManager::help_contents()
 {
-    onShowPage(m_curr_path);
+    const QString path = m_curr_path; // showing it moves the focus, which may set another
+    onShowPage(path);
 }
 
 void HelpManager::onShowPage(const QString& page)
@@ -245,10 +251,7 @@ void HelpManager::help_about()
 
 void HelpManager::showLogFile()
 {
-    pkBase::QLogFileViewer& viewer = pkBase::QLogFileViewer::instance();
-    viewer.show();
-    viewer.raise();
-    viewer.refresh();
+    pkBase::QLogFileViewer::instance().present();
 }
 
 // --- issues
@@ -284,10 +287,10 @@ void HelpManager::newJIRAIssue()
     QUrlQuery query;
     query.addQueryItem("pid", "10001");
     query.addQueryItem("issuetype", "1");
-    query.addQueryItem("reporter", QString());
+    query.addQueryItem("reporter", ""); // not null, which would leave out the "="
     query.addQueryItem("assignee", "-1");
     query.addQueryItem("priority", "6");
-    query.addQueryItem("summary", QString());
+    query.addQueryItem("summary", "");
     // Encoded here: left to Qt, a "+" would come out as a blank.
     query.addQueryItem("description", QUrl::toPercentEncoding("\n\n" + problem_description()));
     query.addQueryItem("versions", "11900");
@@ -300,20 +303,26 @@ void HelpManager::newJIRAIssue()
 
 void HelpManager::restart()
 {
-    if (AbstractMainWindow* const p_window = live_main_window()) {
-        if (!p_window->may_close() || !p_window->close()) {
-            return;
-        }
+    const QPointer<AbstractMainWindow> p_window = live_main_window(); // asking may take long
+    if (p_window && !p_window->may_close()) {
+        return;
+    }
+    if (p_window && !p_window->close()) {
+        return;
     }
     QCoreApplication::quit();
-    QStringList arguments = QCoreApplication::arguments();
+    QStringList arguments = ApplicationManager::command_line();
+    if (arguments.isEmpty()) {
+        arguments = QCoreApplication::arguments();
+    }
     if (arguments.isEmpty()) {
         return;
     }
     const QString program = arguments.takeFirst();
     if (!QProcess::startDetached(program, arguments)) {
-        ErrorProtocol::instance().log_message(
-            tr("The program could not be started again: %1").arg(program).toStdString());
+        const std::string text = tr("The program could not be started again: %1").arg(program).toStdString();
+        ErrorProtocol::instance().log_message(text);
+        std::cerr << text << std::endl; // there is no window any more
     }
 }
 

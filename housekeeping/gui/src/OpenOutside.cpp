@@ -7,16 +7,22 @@
 
 namespace tarqa::housekeeping::gui {
 
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(tarqa::housekeeping::gui::OpenOutside)
+};
+
+} // namespace
+
 bool open_outside(const QUrl& address, QWidget* p_parent)
 {
     if (QDesktopServices::openUrl(address)) {
         return true;
     }
-    show_notice(QCoreApplication::translate("tarqa::housekeeping::gui::QHelpWebView", "Open Outside"),
-        QCoreApplication::translate(
-            "tarqa::housekeeping::gui::QHelpWebView", "No program was found on this computer that opens\n%1")
-            .arg(address.toString()),
-        p_parent);
+    show_notice(Texts::tr("No Program Found"),
+        Texts::tr("No program was found on this computer that opens\n%1").arg(address.toString()), p_parent);
     return false;
 }
 

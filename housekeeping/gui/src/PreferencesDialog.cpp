@@ -111,7 +111,7 @@ void PreferencesDialog::build_form()
     connect(m_tab, SIGNAL(currentChanged(int)), this, SLOT(tabChanged(int)));
     connect(m_okButton, SIGNAL(clicked()), this, SLOT(accept()));
     connect(m_cancelButton, SIGNAL(clicked()), this, SLOT(close()));
-    // For derived dialogs: a slot on_..._clicked() here would make its button act twice.
+    // A slot on_..._clicked() of this class would make its button act twice.
     QMetaObject::connectSlotsByName(this);
 }
 
@@ -127,35 +127,42 @@ void PreferencesDialog::fill_dialog()
         [](const AbstractPreferences* p_one, const AbstractPreferences* p_other) {
             return p_one->weight() < p_other->weight();
         });
-    for (AbstractPreferences* const p_page : m_pages) {
+    for (const QPointer<AbstractPreferences>& p_page : m_pages) {
         m_tab->addTab(p_page, p_page->label());
     }
 }
 
 void PreferencesDialog::pre_show_dialog()
 {
-    for (AbstractPreferences* const p_page : m_pages) {
-        refresh(*p_page);
+    for (const QPointer<AbstractPreferences>& p_page : m_pages) {
+        if (p_page) {
+            refresh(*p_page);
+        }
     }
 }
 
 void PreferencesDialog::accept()
 {
     AbstractPreferences* const p_page = page(m_tab->currentIndex());
+    const QPointer<PreferencesDialog> p_this(this); // a page may end the dialog, or the program
     ErrorHandler& errors = ErrorHandler::instance();
     const std::string title = windowTitle().toStdString();
     try {
         if (p_page) {
             p_page->accept();
         }
-        m_applied = true;
-        setResult(Accepted); // and deliberately stays open
+        if (p_this) {
+            setResult(Accepted); // and deliberately stays open
+        }
+        if (p_this && p_page) {
+            note_applied();
+        }
     } catch (const tarqa::Exception& exception) {
         errors.message(title, exception, QMessageBox::Ok);
     } catch (const std::exception& exception) {
         errors.message(title, exception, QMessageBox::Ok);
     } catch (...) {
-        errors.message(title, s_unknown_exception, QMessageBox::Ok);
+        errors.message(title, tr("The page failed for an unknown reason.").toStdString(), QMessageBox::Ok);
     }
 }
 
@@ -168,13 +175,21 @@ void PreferencesDialog::tabChanged(int index)
 
 AbstractPreferences* PreferencesDialog::page(int index) const
 {
-    const auto place = static_cast<std::size_t>(index);
-    return index >= 0 && place < m_pages.size() ? m_pages[place] : nullptr;
+    return qobject_cast<AbstractPreferences*>(m_tab->widget(index));
 }
 
 void PreferencesDialog::setTab(int index)
 {
     m_tab->setCurrentIndex(index);
+}
+
+/// What a page that closes the dialog applies is announced when it has applied it.
+void PreferencesDialog::note_applied()
+{
+    m_applied = isVisible();
+    if (!m_applied) {
+        emit accepted_signal();
+    }
 }
 
 void PreferencesDialog::hideEvent(QHideEvent* p_event)

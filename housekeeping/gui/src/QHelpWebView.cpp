@@ -6,6 +6,8 @@
 
 #include "OpenOutside.h"
 
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
 #include <QtGui/QContextMenuEvent>
 #include <QtPrintSupport/QPrintDialog>
 #include <QtPrintSupport/QPrinter>
@@ -29,7 +31,7 @@ QHelpWebView::QHelpWebView(const QString& localFile, QWidget* p_parent)
     : QWebView(p_parent)
 {
     setPage(new QHelpWebViewPage(this));
-    load(QUrl::fromLocalFile(localFile));
+    load(QUrl::fromLocalFile(QFileInfo(localFile).absoluteFilePath()));
     page()->setLinkDelegationPolicy(QWebPage::DelegateExternalLinks);
     setWindowTitle(tr("Online Help: ") + QString::fromStdString(product().product_name()));
     connect(this, SIGNAL(loadFinished(bool)), this, SLOT(pageLoaded(bool)));
@@ -73,14 +75,15 @@ void QHelpWebView::linkClicked(const QUrl& url)
 
 void QHelpWebView::contextMenuEvent(QContextMenuEvent* p_event)
 {
-    QMenu menu(this);
-    menu.addAction(pageAction(QWebPage::Back));
-    menu.addAction(pageAction(QWebPage::Forward));
-    menu.addAction(pageAction(QWebPage::Copy));
-    menu.addSeparator();
-    menu.addAction(tr("Open Help in Web Browser"), this, SLOT(openInBrowser()));
-    menu.addAction(tr("Open Current Page Web Browser"), this, SLOT(openCurrentPageInBrowser()));
-    menu.exec(p_event->globalPos());
+    const QPointer<QMenu> p_menu = new QMenu(this); // it may go with the view while it is open
+    p_menu->addAction(pageAction(QWebPage::Back));
+    p_menu->addAction(pageAction(QWebPage::Forward));
+    p_menu->addAction(pageAction(QWebPage::Copy));
+    p_menu->addSeparator();
+    p_menu->addAction(tr("Open Help in Web Browser"), this, SLOT(openInBrowser()));
+    p_menu->addAction(tr("Open Current Page Web Browser"), this, SLOT(openCurrentPageInBrowser()));
+    p_menu->exec(p_event->globalPos());
+    delete p_menu.data();
 }
 
 void QHelpWebView::openInBrowser()
@@ -106,16 +109,16 @@ QUrl QHelpWebView::current_page() const
 
 void QHelpWebView::onPrintRequested(QWebFrame* p_frame)
 {
-    if (!p_frame) {
-        return;
-    }
+    // Either may go while the dialog is open.
+    const QPointer<QWebFrame> p_wanted = p_frame;
     QPrinter printer;
     printer.setCreator(QString::fromStdString(product().marketing_name()));
-    QPrintDialog dialog(&printer, this);
-    dialog.setWindowTitle(tr("Print Help"));
-    if (dialog.exec() == QDialog::Accepted) {
-        p_frame->print(&printer);
+    const QPointer<QPrintDialog> p_dialog = new QPrintDialog(&printer, this);
+    p_dialog->setWindowTitle(tr("Print Help"));
+    if (p_dialog->exec() == QDialog::Accepted && p_wanted) {
+        p_wanted->print(&printer);
     }
+    delete p_dialog.data();
 }
 
 } // namespace tarqa::housekeeping::gui

@@ -49,6 +49,9 @@ public:
     /// twice as much when it has grown since.
     static constexpr long long longest_text = 4 * 1024 * 1024;
 
+    /// Shows the window in front, and what the file holds now.
+    void present();
+
 public slots:
     /// Shows what was added to the file since the last time.
     void refresh();
@@ -74,7 +77,9 @@ private:
     static void destroy_instance();
 
     void build();
+    void show_anew(const QString& text, long long skipped);
     void append(const QString& text);
+    bool is_at_end() const;
     void find(bool backwards);
     void mark_found();
     void say(const QString& text);

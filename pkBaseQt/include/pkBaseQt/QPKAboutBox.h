@@ -5,14 +5,16 @@
 #include <QtCore/QString>
 #include <QtWidgets/QDialog>
 
+class QLabel;
 class QTextBrowser;
+class QUrl;
 
 namespace pkBase {
 
 /**
  * Says what the program is: name, version and build from the product information, a page about it and the
- * libraries that it uses, and where its log file is. All of it can be copied, for reports; links of the page
- * open outside the program. Main thread.
+ * libraries that it uses, and where its log file is. All of it can be copied, for reports; links from the
+ * page to others open outside the program. Main thread.
  */
 class PKBASEQT_EXPORT QPKAboutBox : public QDialog
 {
@@ -44,7 +46,9 @@ private:
     void open_link(const QUrl& link);
 
     QString m_log_file;
-    QTextBrowser* m_p_page; // a child
+    // Children.
+    QTextBrowser* m_p_page;
+    QLabel* m_p_remark;
 };
 
 } // namespace pkBase

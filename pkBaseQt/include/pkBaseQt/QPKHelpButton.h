@@ -8,8 +8,8 @@
 namespace pkBase {
 
 /**
- * A button that opens a page of the help: it asks the product information to show its help key. Without a key
- * it does nothing. Main thread.
+ * A button that opens a page of the help: it asks the product information to show its help key, which whoever
+ * shows the help hears. Without a key it does nothing. Main thread.
  */
 class PKBASEQT_EXPORT QPKHelpButton : public QPushButton
 {

@@ -8,6 +8,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtGui/QColor>
 
 #include <atomic>
@@ -81,6 +82,8 @@ public:
     /// Leaves the main loop, with success. Any thread.
     void exit_main_loop() const;
     static void quit();
+    /// The program and its arguments as they came to init(), with Qt's own options; empty before.
+    static QStringList command_line();
     /// Quits, and starts the program anew with all its arguments. The first one, the program, is deliberately
     /// passed as an argument too.
     static void relaunch();

@@ -51,6 +51,8 @@ public:
     /// Says whether there is somebody who sees boxes and dialogs; true until set. For a program without
     /// windows, in which a box would wait for ever. Main thread, at start-up.
     static void show_dialogs(bool show);
+    /// Whether boxes and dialogs appear here and now.
+    bool may_show_dialogs() const;
 
     /// Logs the text and shows it in a warning box. @return the chosen button; QMessageBox::Ok where no box
     /// can be shown
@@ -83,7 +85,6 @@ private:
     static pkBase::pkSingleton<ErrorHandler>& get_instance();
     static void destroy_instance();
 
-    bool may_show_dialogs() const;
     QMessageBox::StandardButton show_warning(
         const std::string& title, const std::string& text, QMessageBox::StandardButtons buttons);
     static std::string failure_error_message(const std::string& detail);

@@ -53,7 +53,8 @@ public:
     /// Pushes the stored entries whose files exist, the oldest first.
     void load();
     /// Stores the entries. What was stored behind the last one deliberately stays, and is loaded again.
-    /// Before the first load() nothing is stored.
+    /// An entry without data information is stored as an empty list, which is not loaded. Before the first
+    /// load() nothing is stored.
     void save() const;
 
 private:

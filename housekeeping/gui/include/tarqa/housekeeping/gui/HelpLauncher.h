@@ -9,7 +9,8 @@ namespace tarqa::housekeeping::gui {
 
 /**
  * Shows the host's help. The host derives its launcher from it and registers a HelpLauncherFactory under the
- * product's name; HelpManager makes one and calls it. Main thread.
+ * product's name; HelpManager makes one in its own constructor, and one more each time the about box is asked
+ * for, and calls it. Neither constructor nor destructor may ask for HelpManager::instance(). Main thread.
  */
 class TQ_HK_EXPORT HelpLauncher : public QObject
 {

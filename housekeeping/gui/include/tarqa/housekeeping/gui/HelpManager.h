@@ -33,7 +33,9 @@ class HelpLauncher;
  *     connect(restart_action, SIGNAL(triggered()), &HelpManager::instance(), SLOT(restart()));
  *
  * A singleton, made at first use, destroyed in phase 5 of the ordered destruction. The actions belong to the
- * window that asks for menus first, and are made again for the next one when it is gone. Main thread.
+ * window that asks for menus first, and are made again for the next one when it is gone. Their keys work in
+ * that window; where else they are to work, in dialogs and floating panels, the host adds the actions. Main
+ * thread.
  */
 class TQ_HK_EXPORT HelpManager : public QObject
 {
@@ -49,7 +51,8 @@ public:
     void clearCurrPath();
     const QString& currPath() const { return m_curr_path; }
 
-    /// Where the form for a new issue is. Until set, an address that leads nowhere.
+    /// Where the form for a new issue is. Until set, an address that leads nowhere. A query in it is
+    /// replaced.
     static const QUrl& issue_form();
     static void issue_form(const QUrl& address);
 
@@ -72,6 +75,8 @@ protected slots:
     void showLogFile();
     void showShortcuts();
     /// Opens the form for a new issue, filled in as far as the program knows, in the system's web browser.
+    /// The display key of the current document's data source is part of it: the file's path, unless the host
+    /// has set another.
     void newJIRAIssue();
     void handle_message(housekeeping::gui::MainWindowMessage& message);
     /// Closes the program, if main window and user agree, and starts it again with the same arguments.

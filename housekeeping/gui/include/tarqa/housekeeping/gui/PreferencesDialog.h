@@ -2,6 +2,7 @@
 
 #include <tarqa/housekeeping/tq_hk_export.h>
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QDialog>
 
 #include <vector>
@@ -43,7 +44,7 @@ public:
     void pre_show_dialog();
 
 signals:
-    /// The dialog was closed after something was applied.
+    /// The dialog was closed after something was applied; not when it is deleted while it is open.
     void accepted_signal();
 
 public slots:
@@ -62,13 +63,14 @@ private:
     void build_form();
     void fill_dialog();
     AbstractPreferences* page(int index) const;
+    void note_applied();
 
     // Children.
     QTabWidget* m_tab = nullptr;
     pkBase::QPKHelpButton* helpButton = nullptr;
     QPushButton* m_okButton = nullptr;
     QPushButton* m_cancelButton = nullptr;
-    std::vector<AbstractPreferences*> m_pages; // in the order of the tabs; owned by m_tab
+    std::vector<QPointer<AbstractPreferences>> m_pages; // in the order of the tabs; owned by m_tab
     bool m_applied = false; // since the dialog was last hidden
 };
 

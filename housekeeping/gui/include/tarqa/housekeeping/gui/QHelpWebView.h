@@ -16,9 +16,9 @@ class TestAccess;
 namespace tarqa::housekeeping::gui {
 
 /**
- * The help browser: shows the HTML pages of a help, with the links between them. Web addresses, and files
- * that are no HTML pages, open outside the program. Made by the host's help launcher, which owns it; links
- * against QtWebKit. Main thread.
+ * The help browser: shows the HTML pages of a help, which are files on disk, with the links between them.
+ * Links to web addresses, and to files that are no HTML pages, open outside the program; others ("mailto:")
+ * do nothing. Made by the host's help launcher, which owns it; links against QtWebKit. Main thread.
  */
 class TQ_HK_EXPORT QHelpWebView : public QWebView
 {

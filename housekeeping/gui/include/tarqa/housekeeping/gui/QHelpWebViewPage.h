@@ -19,11 +19,10 @@ public:
     ~QHelpWebViewPage() override;
 
     bool supportsExtension(Extension extension) const override;
-    bool extension(
-        Extension extension, const ExtensionOption* p_option, ExtensionReturn* p_output) override;
+    bool extension(Extension extension, const ExtensionOption* p_option, ExtensionReturn* p_output) override;
 
     /// Whether @p url is a local file that the browser does not show itself: its suffix does not begin with
-    /// "htm".
+    /// "htm", deliberately in small letters only.
     static bool opens_outside(const QUrl& url);
 
 protected:
