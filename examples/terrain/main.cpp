@@ -22,6 +22,7 @@
 #include <QtCore/QTimer>
 
 #include <iostream>
+#include <memory>
 
 namespace housekeeping = tarqa::housekeeping;
 
@@ -104,9 +105,6 @@ int show_files(const std::vector<std::string>& files)
 int show_tour(const std::string& folder, const std::string& file)
 {
     try {
-        // It neither depends on where the user has put the panels, nor does it put them elsewhere.
-        const QTemporaryDir settings;
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
         terrain::MainWindow window;
         furnish(window);
         terrain::Tour tour(
@@ -126,9 +124,18 @@ int run_window(int& argc, char**& argv, const terrain::CommandLine& line)
     if (!terrain::has_display()) {
         return fail("there is no display to show a window on; --batch needs none");
     }
-    housekeeping::ApplicationManager::instance().init(argc, argv, "tarq-terrain", true);
-    make_controllers();
     const bool tour = line.task == terrain::CommandLine::Task::Tour;
+    std::unique_ptr<QTemporaryDir> tour_settings;
+    if (tour) {
+        // It neither depends on what the user prefers, has opened and where the panels are, nor changes that.
+        tour_settings = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tour_settings->path());
+    }
+    housekeeping::ApplicationManager::instance().init(argc, argv, "tarq-terrain", true);
+    if (!tour) {
+        housekeeping::ApplicationManager::instance().updateProxySettings();
+    }
+    make_controllers();
     const int code
         = tour ? show_tour(line.folder, line.files.empty() ? "" : line.files[0]) : show_files(line.files);
     pkBase::pkDestructor::run();

@@ -41,6 +41,13 @@ BatchProcess::~BatchProcess()
     }
 }
 
+void BatchProcess::find_programs_in(const std::string& folder)
+{
+    QProcessEnvironment environment = m_process.processEnvironment();
+    environment.insert("PATH", QString::fromStdString(folder) + ':' + environment.value("PATH"));
+    m_process.setProcessEnvironment(environment);
+}
+
 void BatchProcess::show_on(const QString& display)
 {
     QProcessEnvironment environment = m_process.processEnvironment();

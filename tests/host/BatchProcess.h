@@ -18,6 +18,10 @@ public:
 
     QProcess& process() { return m_process; }
 
+    /// Its home, which is also where its settings are.
+    const std::string& home() const { return m_home; }
+    /// Lets it find programs in @p folder first.
+    void find_programs_in(const std::string& folder);
     /// Gives it a display; without this it has none. @param display as in DISPLAY
     void show_on(const QString& display);
     /// Starts the program. @param arguments without its name

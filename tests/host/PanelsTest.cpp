@@ -144,7 +144,7 @@ TEST_F(PanelsTest, TheRightButtonTearsNothingOff)
     EXPECT_EQ(tabs(), s_all);
 }
 
-TEST_F(PanelsTest, TheHelpKeyShowsTheQuickHelpWhereverItIs)
+TEST_F(PanelsTest, TheQuickHelpIsShownWhereverItIs)
 {
     window->action(Deed::QuickHelp).trigger();
     EXPECT_TRUE(window->quick_help().isVisible());

@@ -18,6 +18,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 using namespace host_test;
 using housekeeping::QuickHelpSection;
 using terrain::key_bindings;
@@ -58,6 +60,10 @@ TEST_F(QuickHelpTableTest, EveryShortcutOfAnActionIsInTheQuickHelp)
     for (const KeyBinding& binding : key_bindings()) {
         const QAction& action = deeds.action(binding.deed);
         const QString name = binding.description;
+        ASSERT_EQ(action.shortcuts().isEmpty(), binding.keys.isEmpty()) << name.toStdString();
+        if (binding.keys.isEmpty()) {
+            continue; // without a key it is in the menus only
+        }
         ASSERT_EQ(action.shortcuts().size(), 1) << name.toStdString();
         const QString expected = action.shortcut().toString(QKeySequence::NativeText) + ": " + name;
         EXPECT_EQ(inputs(document.id(), binding.section).count(expected), 1) << expected.toStdString();
@@ -66,11 +72,14 @@ TEST_F(QuickHelpTableTest, EveryShortcutOfAnActionIsInTheQuickHelp)
 
 TEST_F(QuickHelpTableTest, NoTwoDeedsShareAKey)
 {
-    for (const KeyBinding& one : key_bindings()) {
-        for (const KeyBinding& other : key_bindings()) {
-            EXPECT_TRUE(&one == &other || one.keys.matches(other.keys) == QKeySequence::NoMatch)
-                << one.description.toStdString() << " and " << other.description.toStdString();
+    std::map<QKeySequence, QString> deeds;
+    for (const KeyBinding& binding : key_bindings()) {
+        if (!binding.keys.isEmpty()) {
+            EXPECT_TRUE(deeds.emplace(binding.keys, binding.text).second) << binding.text.toStdString();
         }
+    }
+    for (const terrain::HelpBinding& binding : terrain::help_bindings()) {
+        EXPECT_TRUE(deeds.emplace(binding.keys, "").second) << binding.description.toStdString();
     }
 }
 
@@ -85,7 +94,15 @@ TEST_F(QuickHelpTableTest, WithoutADocumentOnlyWhatIsPossibleIsShown)
     const auto none = housekeeping::DocumentId::null();
     EXPECT_EQ(inputs(none, QuickHelpSection::View), QStringList());
     EXPECT_EQ(inputs(none, QuickHelpSection::File),
-        (QStringList{"Ctrl+O: Open elevation rasters", "Ctrl+Q: Close all and quit"}));
+        (QStringList{"Ctrl+O: Open elevation rasters", "Ctrl+,: Change how the program looks and works",
+            "Ctrl+Q: Close all and quit"}));
+}
+
+TEST_F(QuickHelpTableTest, TheKeysOfTheHelpMenuAreAlwaysShown)
+{
+    const QStringList expected{"F1: Help about this map or panel", "Shift+F1: Show the Quick Help panel"};
+    EXPECT_EQ(inputs(housekeeping::DocumentId::null(), QuickHelpSection::Visibility), expected);
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::Visibility), expected);
 }
 
 TEST_F(QuickHelpTableTest, GoesWithItsObject)

@@ -7,12 +7,16 @@
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QSettings>
+#include <QtCore/QUrl>
 #include <QtGui/QImage>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
+#include <functional>
 #include <future>
 
 using namespace host_test;
@@ -26,17 +30,50 @@ namespace {
 class TourProcess : public BatchProcess
 {
 public:
-    explicit TourProcess(const std::vector<std::string>& arguments)
+    /// @param prepare called before it is started
+    explicit TourProcess(const std::vector<std::string>& arguments,
+        const std::function<void(TourProcess& process)>& prepare = nullptr)
     {
         std::vector<std::string> words = {"--tour"};
         words.insert(words.end(), arguments.begin(), arguments.end());
         show_on(m_screen.display());
+        if (prepare) {
+            prepare(*this);
+        }
         start(words);
     }
 
 private:
     support::VirtualScreen m_screen;
 };
+
+/// What a user might have set; all of it would be seen in the tour.
+void write_settings(const std::string& home, const std::string& recent_file)
+{
+    const QString folder = QString::fromStdString(home) + "/Tarqa/";
+    QSettings settings(folder + "TarqTerrain.conf", QSettings::IniFormat);
+    settings.setValue("application/useExternalHelpViewer", true);
+    settings.setValue("viewer_options/background_color", "#102030");
+    settings.setValue("viewer_options/animate_jumps", false);
+    settings.setValue("Q4DAbstractControlPanel/History/floating", true);
+    settings.setValue("Q4DAbstractControlPanel/tabOrder", QStringList{"Quick Help", "Home"});
+    QSettings shared(folder + "TarqAllVersions.conf", QSettings::IniFormat);
+    shared.setValue("RecentFileList/recently_viewed_doc0",
+        QStringList{QUrl::fromLocalFile(QString::fromStdString(recent_file)).toString(), "raster",
+            "elevation", "metres", "1"});
+}
+
+/// Programs that the desktop would open web pages with, which write down that they were started.
+std::string make_browsers(const std::string& witness)
+{
+    const std::string folder = make_directory("browsers");
+    for (const char* const name : {"xdg-open", "x-www-browser", "www-browser", "sensible-browser", "firefox",
+             "chromium", "google-chrome", "gnome-open", "kde-open", "gio"}) {
+        write_text(folder + "/" + name, "#!/bin/sh\necho \"$0 $@\" >>'" + witness + "'\n");
+        std::filesystem::permissions(folder + "/" + name, std::filesystem::perms::owner_all);
+    }
+    return folder;
+}
 
 QJsonArray steps_in(const std::string& folder)
 {
@@ -95,6 +132,45 @@ TEST(TerrainTour, ShowsAFile)
     const QString title
         = steps_in(folder)[0].toObject().value("checks").toArray()[1].toObject()["text"].toString();
     EXPECT_THAT(title.toStdString(), HasSubstr("hollows.tif"));
+}
+
+TEST(TerrainTour, NeitherReadsNorChangesTheSettings)
+{
+    const std::string recent_file = make_terrain_file("recent.tif");
+    TourProcess process({scratch("pictures")},
+        [&recent_file](const TourProcess& tour) { write_settings(tour.home(), recent_file); });
+    const std::string folder = process.home() + "/Tarqa";
+    const std::vector<std::string> names = names_in(folder);
+    ASSERT_THAT(names, testing::ElementsAre("TarqAllVersions.conf", "TarqTerrain.conf"));
+    const std::string own = read_text(folder + "/" + names[1]);
+    const std::string shared = read_text(folder + "/" + names[0]);
+    EXPECT_EQ(process.finish(), 0) << process.error();
+    expect_all_steps(scratch("pictures"));
+    EXPECT_EQ(names_in(folder), names);
+    EXPECT_EQ(read_text(folder + "/" + names[1]), own);
+    EXPECT_EQ(read_text(folder + "/" + names[0]), shared);
+}
+
+TEST(TerrainTour, StartsNoBrowser)
+{
+    const std::string witness = scratch("started");
+    TourProcess process({scratch("pictures")},
+        [&witness](TourProcess& tour) { tour.find_programs_in(make_browsers(witness)); });
+    EXPECT_EQ(process.finish(), 0) << process.error();
+    EXPECT_FALSE(std::filesystem::exists(witness)) << read_text(witness);
+}
+
+TEST(TerrainTour, ShowsWhatThereIs)
+{
+    QStringList names;
+    for (const terrain::TourStep& step : terrain::tour_steps()) {
+        names.append(step.name);
+    }
+    for (const char* const name : {"help-contents", "help-about-panel", "shortcuts", "about", "log",
+             "preferences-general", "preferences-viewer", "preferences-performance", "preferences-animation",
+             "another-background", "first-background", "parameters", "recent-files"}) {
+        EXPECT_EQ(names.count(name), 1) << name;
+    }
 }
 
 TEST(TerrainTour, TwoAtOnce)

@@ -7,6 +7,7 @@
 #include "tour/UserInput.h"
 #include "views/MapFurniture.h"
 
+#include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/DataSource.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
@@ -44,6 +45,8 @@ protected:
 
     void SetUp() override
     {
+        QCoreApplication::setOrganizationName("Tarqa"); // for a place to store preferences
+        housekeeping::ApplicationManager::instance().setAnimateCameraJumps(false);
         view.resize(s_size);
         view.show();
     }

@@ -249,3 +249,113 @@ TEST_F(WindowClosingTest, NoCommandRunsAfterTheEnd)
     EXPECT_EQ(bits(current()), before);
     EXPECT_FALSE(DocumentManager::instance().documents_busy());
 }
+
+// --- asked once, and again when something has changed
+
+TEST_F(WindowClosingTest, ARestartAsksOnce)
+{
+    change();
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Discard);
+    window->action(Deed::Restart).trigger();
+    EXPECT_EQ(dialogs.shown().size(), 1u);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(documents(), 0);
+    EXPECT_TRUE(log.take("The program could not be started again: " + scratch("no program")))
+        << "this is how far it got";
+}
+
+TEST_F(WindowClosingTest, ARestartThatTheUserDoesNotWantLeavesEverything)
+{
+    change();
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Cancel);
+    window->action(Deed::Restart).trigger();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(documents(), 1);
+    EXPECT_EQ(log.count("could not be started"), 0);
+}
+
+TEST_F(WindowClosingTest, ARestartWritesTheFileOnce)
+{
+    change();
+    const std::string file = scratch("saved.tif");
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Save).choose_file(QString::fromStdString(file));
+    window->action(Deed::Restart).trigger();
+    EXPECT_EQ(documents(), 0);
+    EXPECT_TRUE(log.take("Exported"));
+    EXPECT_TRUE(log.take("could not be started again"));
+}
+
+TEST_F(WindowClosingTest, ARestartCancelsTheRunningCommand)
+{
+    begin_and_hold();
+    QTimer::singleShot(0, window.get(), [this] { gate.open(); });
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Discard);
+    window->action(Deed::Restart).trigger();
+    EXPECT_EQ(dialogs.shown().size(), 1u);
+    EXPECT_FALSE(runner().is_running());
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(log.take("could not be started again"));
+}
+
+TEST_F(WindowClosingTest, TheAnswerHoldsForTheCloseThatFollowsAtOnce)
+{
+    change();
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Discard);
+    EXPECT_TRUE(window->may_close());
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(dialogs.shown().size(), 1u);
+}
+
+TEST_F(WindowClosingTest, AnAnswerIsForgottenWhenTheMainLoopGoesOn)
+{
+    change();
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Discard).click(QMessageBox::Cancel);
+    EXPECT_TRUE(window->may_close());
+    QTest::qWait(1);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(dialogs.shown().size(), 2u);
+    EXPECT_EQ(documents(), 1);
+}
+
+TEST_F(WindowClosingTest, AnAnswerIsForgottenWhenACommandHasRun)
+{
+    change();
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Discard).click(QMessageBox::Cancel);
+    EXPECT_TRUE(window->may_close());
+    housekeeping::CommandManager::instance().insert(
+        boost::make_shared<terrain::ScaleCommand>(current().id(), 2), false);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(dialogs.shown().size(), 2u);
+}
+
+TEST_F(WindowClosingTest, AnAnswerDoesNotCoverADocumentThatWasNotAskedAbout)
+{
+    open_terrain_file("b.tif");
+    EXPECT_TRUE(window->may_close()) << "nothing has changed";
+    current().set_modified(true);
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(documents(), 2);
+}
+
+TEST_F(WindowClosingTest, ARefusedCloseForgetsTheAnswer)
+{
+    change();
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Discard);
+    EXPECT_TRUE(window->may_close());
+    begin_and_hold();
+    EXPECT_FALSE(window->close()) << "a command is running";
+    gate.open();
+    dialogs.click(QMessageBox::Cancel);
+    EXPECT_TRUE(support::wait_until([&dialogs] { return dialogs.shown().size() == 2; }));
+    EXPECT_TRUE(window->isVisible());
+}

@@ -86,15 +86,6 @@ protected:
         return texts;
     }
 
-    static QStringList texts(const QWidget& menu)
-    {
-        QStringList texts;
-        for (const QAction* const p_action : menu.actions()) {
-            texts.append(p_action->isSeparator() ? "-" : p_action->text());
-        }
-        return texts;
-    }
-
     /// Enters numbers into the dialog of a command and accepts it.
     static DialogDriver::Answer enter(const std::vector<double>& numbers)
     {
@@ -114,21 +105,6 @@ protected:
 } // namespace
 
 // --- menus
-
-TEST_F(WindowCommandsTest, TheMenusAreFilledByWhoeverHasSomethingToOffer)
-{
-    EXPECT_EQ(texts(*window->menuBar()), (QStringList{"&File", "&Edit", "&View", "&Tools"}));
-    const QList<QAction*> menus = window->menuBar()->actions();
-    EXPECT_EQ(
-        texts(*menus[0]->menu()), (QStringList{"&Open…", "-", "&Export…", "-", "&Close", "-", "&Quit"}));
-    EXPECT_EQ(texts(*menus[1]->menu()).mid(0, 2), (QStringList{"&Undo", "&Redo"}));
-    EXPECT_EQ(texts(*menus[3]->menu()),
-        (QStringList{"&Smooth…", "&Fill Sinks", "&Clamp…", "S&cale…", "-", "Clean &Up"}));
-    const QList<QAction*> tool_bar = window->tool_bar().actions();
-    EXPECT_TRUE(tool_bar.contains(undo_redo().undo_tool_bar_action()));
-    EXPECT_TRUE(tool_bar.contains(undo_redo().redo_tool_bar_action()));
-    EXPECT_FALSE(tool_bar.contains(undo_redo().undo_action())) << "that one is for the menu and the keys";
-}
 
 TEST_F(WindowCommandsTest, TheToolsNeedADocument)
 {

@@ -10,6 +10,9 @@
 #include <memory>
 #include <string>
 
+class QAction;
+class QMenu;
+
 namespace tarqa::housekeeping {
 class AbstractCommand;
 }
@@ -28,8 +31,22 @@ namespace housekeeping = tarqa::housekeeping;
 class WindowTest : public testing::Test
 {
 protected:
+    WindowTest();
     void SetUp() override;
     void TearDown() override;
+
+    /// The name of the product, which is also that of its help.
+    virtual std::string product() const;
+
+    /// Lets a panel float, as dragging its tab away does.
+    void tear_off(const QWidget& panel) const;
+
+    /// The menu of the window with a title.
+    QMenu& menu(const QString& title) const;
+    /// The entry of a menu with a text.
+    QAction& entry(const QString& menu, const QString& text) const;
+    /// The texts of a widget's actions, "-" for a separator.
+    static QStringList texts(const QWidget& widget);
 
     /// A window as the program makes it, after the one before is gone; it takes what making a second one
     /// leaves in the log.
@@ -46,7 +63,7 @@ protected:
     /// Runs a command in the other thread to its end.
     static void run(const boost::shared_ptr<housekeeping::AbstractCommand>& sp_command);
 
-    support::App application;
+    support::App application; // which cannot be started again
     support::LogCapture log;
     std::unique_ptr<terrain::MainWindow> window;
 

@@ -18,6 +18,12 @@ const std::vector<KeyBinding>& key_bindings()
             QObject::tr("Write the raster as GeoTIFF"), Section::File},
         {Deed::Close, Scope::Document, Qt::CTRL + Qt::Key_W, QObject::tr("&Close"),
             QObject::tr("Close the document"), Section::File},
+        {Deed::Preferences, Scope::Program, Qt::CTRL + Qt::Key_Comma, QObject::tr("&Preferences…"),
+            QObject::tr("Change how the program looks and works"), Section::File},
+        {Deed::Report, Scope::Program, QKeySequence(), QObject::tr("Report a Pro&blem…"),
+            QObject::tr("Describe a problem to the makers, in the web browser"), Section::File},
+        {Deed::Restart, Scope::Program, QKeySequence(), QObject::tr("Re&start"),
+            QObject::tr("Close all, quit and start again"), Section::File},
         {Deed::Quit, Scope::Program, Qt::CTRL + Qt::Key_Q, QObject::tr("&Quit"),
             QObject::tr("Close all and quit"), Section::File},
         {Deed::ZoomIn, Scope::Document, Qt::Key_Plus, QObject::tr("Zoom &In"), QObject::tr("Zoom in"),
@@ -38,8 +44,8 @@ const std::vector<KeyBinding>& key_bindings()
             QObject::tr("&Previous Document"), QObject::tr("Previous document"), Section::Navigator},
         {Deed::NextDocument, Scope::Document, Qt::CTRL + Qt::Key_PageDown, QObject::tr("&Next Document"),
             QObject::tr("Next document"), Section::Navigator},
-        {Deed::QuickHelp, Scope::Program, Qt::Key_F1, QObject::tr("Quick &Help"),
-            QObject::tr("Show this help"), Section::Visibility},
+        {Deed::QuickHelp, Scope::Program, QKeySequence(), QObject::tr("Quick &Help"),
+            QObject::tr("Show the keys and what the mouse does"), Section::Visibility},
     };
     return s_bindings;
 }
@@ -48,6 +54,16 @@ const KeyBinding& key_binding(Deed deed)
 {
     return *std::find_if(key_bindings().begin(), key_bindings().end(),
         [deed](const KeyBinding& binding) { return binding.deed == deed; });
+}
+
+const std::vector<HelpBinding>& help_bindings()
+{
+    using Section = housekeeping::QuickHelpSection;
+    static const std::vector<HelpBinding> s_bindings = {
+        {Qt::Key_F1, QObject::tr("Help about this map or panel"), Section::Visibility},
+        {Qt::SHIFT + Qt::Key_F1, QObject::tr("Show the Quick Help panel"), Section::Visibility},
+    };
+    return s_bindings;
 }
 
 const std::vector<MouseBinding>& mouse_bindings()

@@ -12,12 +12,15 @@ namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
 
-/// What the user can do in the main window with a key.
+/// What the user can do in the main window.
 enum class Deed
 {
     Open,
     Export,
     Close,
+    Preferences,
+    Report,
+    Restart,
     Quit,
     ZoomIn,
     ZoomOut,
@@ -44,9 +47,17 @@ struct KeyBinding
 {
     Deed deed;
     Scope scope;
-    QKeySequence keys;
+    QKeySequence keys; ///< empty for none; the quick help leaves the deed out then
     QString text; ///< in menus, with a mnemonic
-    QString description; ///< in the quick help
+    QString description; ///< in the quick help and in the status bar
+    housekeeping::QuickHelpSection section;
+};
+
+/// A key of the library's Help menu, and what the quick help tells about it.
+struct HelpBinding
+{
+    QKeySequence keys;
+    QString description;
     housekeeping::QuickHelpSection section;
 };
 
@@ -62,6 +73,7 @@ struct MouseBinding
 const std::vector<KeyBinding>& key_bindings();
 const KeyBinding& key_binding(Deed deed);
 
+const std::vector<HelpBinding>& help_bindings();
 const std::vector<MouseBinding>& mouse_bindings();
 
 } // namespace terrain

@@ -14,14 +14,22 @@
 #include <tarqa/housekeeping/QuickHelpTitleEntry.h>
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace terrain {
 
 namespace {
 
-bool is_for_document(const KeyBinding& binding)
+/// The bindings that have a key, of a document or of the program.
+std::vector<KeyBinding> bindings(bool for_document)
 {
-    return binding.scope != Scope::Program;
+    std::vector<KeyBinding> found;
+    std::copy_if(key_bindings().begin(), key_bindings().end(), std::back_inserter(found),
+        [for_document](const KeyBinding& binding) {
+            return !binding.keys.isEmpty() && (binding.scope != Scope::Program) == for_document;
+        });
+    return found;
 }
 
 /// What the raster is, as far as commands do not change it.
@@ -46,6 +54,11 @@ TerrainQuickHelp::TerrainQuickHelp()
 {
     const auto everywhere = housekeeping::DocumentId::null();
     add(everywhere, false);
+    for (const HelpBinding& binding : help_bindings()) {
+        (new housekeeping::QuickHelpKeySequenceEntry(
+             this, everywhere, binding.keys, binding.description, binding.section))
+            ->setAttached(true);
+    }
     add_texts(everywhere, QString::fromStdString(pkBase::pkProductInfo::const_instance().marketing_name()),
         tr("Open an elevation raster to see its relief."));
 }
@@ -69,20 +82,17 @@ TerrainQuickHelp::TerrainQuickHelp(const TerrainDocument& document)
 
 int TerrainQuickHelp::rows(bool with_document)
 {
-    const auto& keys = key_bindings();
-    const auto for_documents = std::count_if(keys.begin(), keys.end(), &is_for_document);
-    return static_cast<int>(with_document ? keys.size() + mouse_bindings().size()
-                                          : keys.size() - static_cast<std::size_t>(for_documents));
+    const std::size_t always = bindings(false).size() + help_bindings().size();
+    const std::size_t for_document = bindings(true).size() + mouse_bindings().size();
+    return static_cast<int>(with_document ? always + for_document : always);
 }
 
 void TerrainQuickHelp::add(const housekeeping::DocumentId& document, bool for_document)
 {
-    for (const KeyBinding& binding : key_bindings()) {
-        if (is_for_document(binding) == for_document) {
-            auto* const p_entry = new housekeeping::QuickHelpKeySequenceEntry(
-                this, document, binding.keys, binding.description, binding.section);
-            p_entry->setAttached(true);
-        }
+    for (const KeyBinding& binding : bindings(for_document)) {
+        auto* const p_entry = new housekeeping::QuickHelpKeySequenceEntry(
+            this, document, binding.keys, binding.description, binding.section);
+        p_entry->setAttached(true);
     }
 }
 

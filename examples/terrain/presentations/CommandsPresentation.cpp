@@ -87,7 +87,7 @@ void CommandsPresentation::init_presentation()
     m_p_fill_sinks = add_action(tr("&Fill Sinks"),
         tr("Fill hollows up to where water would flow out of them"), &CommandsPresentation::fill_sinks);
     m_p_clamp = add_action(tr("&Clamp…"), tr("Bring heights into a range"), &CommandsPresentation::clamp);
-    m_p_scale = add_action(tr("S&cale…"), tr("Multiply heights by a factor"), &CommandsPresentation::scale);
+    m_p_scale = add_action(tr("Sc&ale…"), tr("Multiply heights by a factor"), &CommandsPresentation::scale);
     m_p_clean_up = add_action(tr("Clean &Up"), tr("Clamp to what occurs on the Earth, fill sinks, smooth"),
         &CommandsPresentation::clean_up);
 }
@@ -138,7 +138,7 @@ void CommandsPresentation::smooth()
     if (!may_run()) {
         return;
     }
-    ParameterDialog dialog(tr("Smooth"),
+    ParameterDialog dialog(tr("Smooth"), Topic::Smooth,
         {{tr("&Radius:"), static_cast<double>(controller()->state()->radius), 1, s_largest_radius, 0,
             tr("cells")}},
         QApplication::activeWindow());
@@ -162,7 +162,7 @@ void CommandsPresentation::clamp()
         return;
     }
     const std::pair<double, double> bounds = proposed_bounds();
-    ParameterDialog dialog(tr("Clamp"),
+    ParameterDialog dialog(tr("Clamp"), Topic::Clamp,
         {{tr("&Lowest height:"), bounds.first, -s_largest, s_largest, 3, QString()},
             {tr("&Highest height:"), bounds.second, -s_largest, s_largest, 3, QString()}},
         QApplication::activeWindow());
@@ -177,7 +177,7 @@ void CommandsPresentation::scale()
     if (!may_run()) {
         return;
     }
-    ParameterDialog dialog(tr("Scale"),
+    ParameterDialog dialog(tr("Scale"), Topic::Scale,
         {{tr("&Factor:"), controller()->state()->factor, -s_largest, s_largest, 4, QString()}},
         QApplication::activeWindow());
     if (dialog.exec() == QDialog::Accepted && may_run()) {

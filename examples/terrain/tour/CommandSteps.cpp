@@ -5,17 +5,21 @@
 #include "commands/SmoothCommand.h"
 #include "documents/RasterSummary.h"
 #include "documents/TerrainModel.h"
+#include "help/HelpTopics.h"
 #include "panels/HistoryPanel.h"
 #include "presentations/CommandsPresentation.h"
 #include "presentations/ProgressPresentation.h"
 #include "tour/UserInput.h"
 #include "windows/MainWindow.h"
+#include "windows/ParameterDialog.h"
 
+#include <pkBaseQt/QPKHelpButton.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
 
 #include <QtCore/QObject>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QProgressBar>
@@ -93,6 +97,25 @@ QMenu* open_undo_list(const MainWindow& window)
 }
 
 } // namespace
+
+void open_parameters(TourStage&)
+{
+    CommandsPresentation::instance().smooth_action()->trigger();
+}
+
+std::vector<TourCheck> see_parameters(TourStage& stage)
+{
+    const auto* const p_dialog = qobject_cast<ParameterDialog*>(QApplication::activeModalWidget());
+    stage.own_window = QApplication::activeModalWidget();
+    if (!p_dialog) {
+        return {{QObject::tr("there is a dialog for the parameters"), false}};
+    }
+    const auto* const p_help = p_dialog->findChild<pkBase::QPKHelpButton*>();
+    return {{QObject::tr("the dialog is shown"), p_dialog->isVisible()},
+        {QObject::tr("its help button opens the page about the command"),
+            p_help && p_help->isVisible() && p_help->helpKey() == help_key(Topic::Smooth)},
+        {QObject::tr("it proposes a number"), p_dialog->value(0) >= 1}};
+}
 
 void run_three_commands(TourStage& stage)
 {

@@ -8,6 +8,9 @@ namespace terrain {
 
 // The steps of the tour that have to do with commands: each with what it does and what is to be seen then.
 
+void open_parameters(TourStage& stage);
+std::vector<TourCheck> see_parameters(TourStage& stage);
+
 void run_three_commands(TourStage& stage);
 std::vector<TourCheck> see_history(TourStage& stage);
 

@@ -1,5 +1,6 @@
 #include "tour/Tour.h"
 
+#include "views/TerrainView.h"
 #include "windows/MainWindow.h"
 
 #include <tarqa/utilities/Exception.h>
@@ -69,8 +70,10 @@ void Tour::start()
 void Tour::tick()
 {
     m_watchdog->alive();
-    if (QApplication::activeModalWidget()) {
-        if (!answer_dialog()) {
+    if (const QWidget* const p_dialog = QApplication::activeModalWidget()) {
+        if (looks_at(*p_dialog)) {
+            watch_step();
+        } else if (!answer_dialog()) {
             close_unexpected_dialog();
         }
     } else if (m_acting || m_ended) {
@@ -97,6 +100,13 @@ void Tour::call_soon(void (Tour::*part)())
         Qt::QueuedConnection);
 }
 
+/// Whether it is the dialog that the step is about. Questions and failures never are.
+bool Tour::looks_at(const QWidget& dialog) const
+{
+    return m_begun && !m_ended && !m_failed && tour_steps()[m_step].in_dialog
+        && !qobject_cast<const QMessageBox*>(&dialog);
+}
+
 /// @return false if the step expects no dialog, or another one
 bool Tour::answer_dialog()
 {
@@ -115,6 +125,11 @@ void Tour::close_unexpected_dialog()
 {
     QWidget& dialog = *QApplication::activeModalWidget();
     fail(tr("a dialog appeared: %1").arg(text_of(dialog)));
+    close(dialog);
+}
+
+void Tour::close(QWidget& dialog)
+{
     if (auto* const p_dialog = qobject_cast<QDialog*>(&dialog)) {
         p_dialog->reject();
     } else {
@@ -139,7 +154,8 @@ void Tour::begin_step()
 void Tour::watch_step()
 {
     std::vector<TourCheck> checks = tour_steps()[m_step].look(m_stage);
-    m_steady_looks = all_hold(checks) ? m_steady_looks + 1 : 0;
+    const bool moves = m_window.view() && m_window.view()->is_gliding();
+    m_steady_looks = all_hold(checks) && !moves ? m_steady_looks + 1 : 0;
     if (m_steady_looks >= s_needed_looks || m_clock.hasExpired(s_patience)) {
         end_step(std::move(checks));
     }
@@ -160,6 +176,9 @@ void Tour::end_step(std::vector<TourCheck> checks)
         if (!check.result) {
             fail(tr("not seen: %1").arg(check.text));
         }
+    }
+    if (step.in_dialog && QApplication::activeModalWidget()) {
+        close(*QApplication::activeModalWidget());
     }
     ++m_step;
     m_begun = false;

@@ -42,8 +42,10 @@ public:
 private:
     void tick();
     void call_soon(void (Tour::*part)());
+    bool looks_at(const QWidget& dialog) const;
     bool answer_dialog();
     void close_unexpected_dialog();
+    static void close(QWidget& dialog);
     void begin_step();
     void watch_step();
     void end_step(std::vector<TourCheck> checks);

@@ -11,10 +11,13 @@
 #include "panels/QuickHelpSheet.h"
 #include "sample/FractalTerrain.h"
 #include "tour/CommandSteps.h"
+#include "tour/HelpSteps.h"
+#include "tour/PreferencesSteps.h"
 #include "tour/UserInput.h"
 #include "views/TerrainView.h"
 #include "windows/DocumentBox.h"
 #include "windows/MainWindow.h"
+#include "windows/RecentMenu.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
 
@@ -25,6 +28,7 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QListWidget>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTabBar>
 
 #include <algorithm>
@@ -197,10 +201,42 @@ Checks see_second(TourStage& stage)
         relief_is_drawn(stage.window)};
 }
 
+// --- the menu of recent files
+
+QMenu& file_menu(const MainWindow& window)
+{
+    return *window.menuBar()->actions().first()->menu();
+}
+
+void open_recent_menu(TourStage& stage)
+{
+    RecentMenu& recent = stage.window.recent_menu();
+    stage.window.menuBar()->setActiveAction(stage.window.menuBar()->actions().first());
+    file_menu(stage.window).setActiveAction(recent.menuAction());
+    recent.setActiveAction(recent.actions().value(0));
+}
+
+Checks see_recent_menu(TourStage& stage)
+{
+    const RecentMenu& recent = stage.window.recent_menu();
+    const QStringList expected{
+        QFileInfo(stage.second_file).fileName(), QFileInfo(stage.first_file).fileName()};
+    QStringList names;
+    for (const QAction* const p_action : recent.actions()) {
+        names.append(QFileInfo(p_action->statusTip()).fileName());
+    }
+    return {{QObject::tr("the menus are shown"), recent.isVisible() && file_menu(stage.window).isVisible()},
+        {QObject::tr("the recent files are %1, expected %2").arg(names.join(", "), expected.join(", ")),
+            names == expected},
+        {QObject::tr("they have numbers to press"), recent.actions().value(0)->text().startsWith("&1 ")}};
+}
+
 // --- back to the first one
 
 void choose_first(TourStage& stage)
 {
+    stage.window.recent_menu().hide();
+    file_menu(stage.window).hide();
     QListWidget& list = stage.window.home().documents();
     click(*list.viewport(), list.visualItemRect(list.item(0)).center());
 }
@@ -298,12 +334,26 @@ const std::vector<TourStep>& tour_steps()
         {"relief", TourPicture::Window, &open_first, &see_relief},
         {"zoomed-in", TourPicture::Window, &zoom_in, &see_value},
         {"quick-help", TourPicture::Window, &show_quick_help, &see_quick_help},
+        {"help-contents", TourPicture::OwnWindow, &open_help, &see_contents},
+        {"help-about-panel", TourPicture::OwnWindow, &open_help_about_panel, &see_help_about_panel},
+        {"shortcuts", TourPicture::OwnWindow, &open_shortcuts, &see_shortcuts},
+        {"about", TourPicture::OwnWindow, &open_about_box, &see_about_box, QMessageBox::NoButton, true},
+        {"log", TourPicture::OwnWindow, &open_log, &see_log},
+        {"preferences-general", TourPicture::OwnWindow, &open_general_page, &see_general_page},
+        {"preferences-viewer", TourPicture::OwnWindow, &open_viewer_page, &see_viewer_page},
+        {"preferences-performance", TourPicture::OwnWindow, &open_performance_page, &see_performance_page},
+        {"preferences-animation", TourPicture::OwnWindow, &open_animation_page, &see_animation_page},
+        {"another-background", TourPicture::Window, &change_background, &see_changed_background},
+        {"first-background", TourPicture::Window, &change_background_back, &see_first_background},
+        {"parameters", TourPicture::OwnWindow, &open_parameters, &see_parameters, QMessageBox::NoButton,
+            true},
         {"history", TourPicture::Window, &run_three_commands, &see_history},
         {"undo-list", TourPicture::AllWindows, &point_into_undo_list, &see_undo_list},
         {"running-command", TourPicture::Window, &begin_long_command, &see_progress},
         {"cancelled", TourPicture::Window, &cancel_command, &see_nothing_changed},
         {"all-undone", TourPicture::Window, &undo_all, &see_first_cells},
         {"second-document", TourPicture::Window, &open_second, &see_second},
+        {"recent-files", TourPicture::AllWindows, &open_recent_menu, &see_recent_menu},
         {"first-document-again", TourPicture::Window, &choose_first, &see_first_again},
         {"floating-panel", TourPicture::AllWindows, &tear_panel_off, &see_floating_panel},
         {"docked-panel", TourPicture::Window, &close_floating_panel, &see_docked_panel},
@@ -340,6 +390,8 @@ QImage picture_of(TourPicture kind, const TourStage& stage)
         return stage.window.grab().toImage();
     case TourPicture::AllWindows:
         return all_windows(stage.window);
+    case TourPicture::OwnWindow:
+        return stage.own_window ? stage.own_window->grab().toImage() : QImage();
     }
     return {};
 }

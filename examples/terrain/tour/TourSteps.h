@@ -3,9 +3,12 @@
 #include "tour/Gate.h"
 #include "tour/TourReport.h"
 
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QColor>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QWidget>
 
 #include <string>
 #include <vector>
@@ -33,6 +36,8 @@ struct TourStage
     QString first_reading; ///< under the pointer then
     std::string first_cells; ///< checksum of the first raster, when it was new
     std::string cells; ///< checksum before the run that is cancelled
+    QColor background; ///< of maps, as it was
+    QPointer<QWidget> own_window; ///< what the step opened
     Gate gate; ///< in the way of the commands' progress
 };
 
@@ -40,7 +45,8 @@ struct TourStage
 enum class TourPicture
 {
     Window,
-    AllWindows ///< the main window, and what floats or has popped up
+    AllWindows, ///< the main window, and what floats or has popped up
+    OwnWindow ///< what the step has opened, by itself
 };
 
 /// Something the tour does, and what is to be seen then.
@@ -53,6 +59,8 @@ struct TourStep
     std::vector<TourCheck> (*look)(TourStage& stage);
     /// To the question that the step leads to; none is expected without.
     QMessageBox::StandardButton answer = QMessageBox::NoButton;
+    /// Whether the step opens a dialog, which is looked at while it is open and closed then.
+    bool in_dialog = false;
 };
 
 /// In their order.

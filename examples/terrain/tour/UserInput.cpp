@@ -1,5 +1,6 @@
 #include "tour/UserInput.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QApplication>
@@ -10,6 +11,7 @@ namespace terrain {
 namespace {
 
 const int s_notch = 120; ///< what Qt counts for a notch
+const int s_patience = 2000; ///< milliseconds
 
 void send(QWidget& widget, QEvent::Type type, const QPoint& at, Qt::MouseButton button, Qt::MouseButtons held)
 {
@@ -42,6 +44,18 @@ void drag(QWidget& widget, const QPoint& from, const QPoint& to)
     send(widget, QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
     send(widget, QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
     send(widget, QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+}
+
+void give_keyboard(QWidget& widget)
+{
+    QElapsedTimer clock;
+    clock.start();
+    widget.window()->raise();
+    widget.window()->activateWindow();
+    widget.setFocus();
+    while (!widget.hasFocus() && !clock.hasExpired(s_patience)) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, s_patience);
+    }
 }
 
 } // namespace terrain

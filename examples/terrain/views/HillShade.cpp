@@ -58,7 +58,7 @@ double fraction_of(double height, double lowest, double highest)
     return range > 0 ? (height / 2 - lowest / 2) / range : 0.5;
 }
 
-/// Takes the mean over squares of cells, each mean row by row.
+/// Takes one height for each square of cells.
 class Sampler
 {
 public:
@@ -68,7 +68,14 @@ public:
         , m_step(cells_per_pixel)
     { }
 
-    /// no_data where no cell of the square holds a height.
+    /// The height in the middle; no_data where that cell holds none.
+    double nearest(int column, int row) const
+    {
+        return cell(std::min(column * m_step + m_step / 2, m_raster.columns - 1),
+            std::min(row * m_step + m_step / 2, m_raster.rows - 1));
+    }
+
+    /// The mean of all heights, row by row; no_data where no cell of the square holds one.
     double mean(int column, int row) const
     {
         const int last_column = std::min((column + 1) * m_step, m_raster.columns);
@@ -79,10 +86,9 @@ public:
         int count = 0;
         for (int v = row * m_step; v < last_row; ++v) {
             for (int u = column * m_step; u < last_column; ++u) {
-                const double cell = m_raster.cell(m_footprint.columns_run_west ? m_raster.columns - 1 - u : u,
-                    m_footprint.rows_run_north ? m_raster.rows - 1 - v : v);
-                if (!is_no_data(cell)) {
-                    sum += cell * share;
+                const double height = cell(u, v);
+                if (!is_no_data(height)) {
+                    sum += height * share;
                     ++count;
                 }
             }
@@ -91,6 +97,13 @@ public:
     }
 
 private:
+    /// Counted from the upper left corner of the map.
+    double cell(int u, int v) const
+    {
+        return m_raster.cell(m_footprint.columns_run_west ? m_raster.columns - 1 - u : u,
+            m_footprint.rows_run_north ? m_raster.rows - 1 - v : v);
+    }
+
     const Raster& m_raster;
     const Footprint& m_footprint;
     int m_step;
@@ -241,7 +254,7 @@ QImage painted(const Grid& grid, const std::vector<unsigned char>& light, int li
 
 } // namespace
 
-HillShade::HillShade(const Raster& raster, const Footprint& footprint)
+HillShade::HillShade(const Raster& raster, const Footprint& footprint, Sampling sampling)
 {
     for (const double cell : raster.cells) {
         if (!is_no_data(cell)) {
@@ -259,10 +272,11 @@ HillShade::HillShade(const Raster& raster, const Footprint& footprint)
     const Sampler sampler(raster, footprint, m_cells_per_pixel);
     for (int row = 0; row < grid.rows; ++row) {
         for (int column = 0; column < grid.columns; ++column) {
-            const double mean = sampler.mean(column, row);
-            grid.heights.push_back(is_no_data(mean)
+            const double height
+                = sampling == Sampling::Mean ? sampler.mean(column, row) : sampler.nearest(column, row);
+            grid.heights.push_back(is_no_data(height)
                     ? s_no_height
-                    : static_cast<float>(std::clamp(fraction_of(mean, m_lowest, m_highest), 0.0, 1.0)));
+                    : static_cast<float>(std::clamp(fraction_of(height, m_lowest, m_highest), 0.0, 1.0)));
         }
     }
     // Only the proportion counts, and numbers near 1 are the safest.

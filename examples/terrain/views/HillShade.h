@@ -12,7 +12,8 @@ struct Raster;
  * north-west. Cells without data are transparent. North is at the top, west at the left.
  *
  * The heights are exaggerated so that the relief shows, however low or steep the terrain is and whatever its
- * units are. Large rasters are drawn smaller: one pixel then stands for the mean of a square of cells.
+ * units are. Large rasters are drawn smaller: one pixel then stands for a square of cells, for their mean or
+ * for the one in the middle.
  *
  * A plain value; it may be made in any thread while nobody changes the raster.
  */
@@ -21,8 +22,15 @@ class HillShade
 public:
     static constexpr int max_side = 2000; ///< pixels
 
+    /// What a pixel that stands for many cells shows.
+    enum class Sampling
+    {
+        Mean,
+        Nearest ///< much faster, but what is small may be missing
+    };
+
     /// @throws housekeeping::HousekeepingException if GDAL cannot shade
-    HillShade(const Raster& raster, const Footprint& footprint);
+    HillShade(const Raster& raster, const Footprint& footprint, Sampling sampling = Sampling::Mean);
 
     const QImage& picture() const { return m_picture; }
     /// How many cells, along a side, a pixel stands for. The last pixels may reach beyond the raster.

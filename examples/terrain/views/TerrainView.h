@@ -1,11 +1,14 @@
 #pragma once
 
+#include "views/Camera.h"
 #include "views/Footprint.h"
 #include "views/HillShade.h"
 
+#include <tarqa/housekeeping/ApplicationMessage.h>
 #include <tarqa/housekeeping/DocumentId.h>
 
 #include <QtCore/QPointF>
+#include <QtCore/QVariantAnimation>
 #include <QtWidgets/QWidget>
 
 #include <optional>
@@ -26,7 +29,11 @@ struct Reading
 
 /**
  * A map of one document's raster, with a scale bar and a legend. The wheel zooms at the pointer, dragging
- * moves the map.
+ * moves the map: with the left button, and with those that the user's mouse mode moves views with.
+ *
+ * The slots are for keys and menus: if the user prefers it, they let the map glide to where they lead, for a
+ * moment. Everything that is asked about the map is answered for its new place from the beginning; whoever
+ * takes hold of the map meanwhile with the mouse, zoom() or pan() has it stop where it is.
  *
  * It draws a picture that was made from the cells; refresh() makes it anew. It may outlive its document, and
  * then shows the last picture. Main thread.
@@ -48,7 +55,7 @@ public:
     void refresh();
 
     /// How large the map is drawn, in pixels for the height of a cell.
-    double scale() const { return m_scale; }
+    double scale() const { return m_camera.scale; }
     /// Zooms so that what lies under @p fixed stays there. @param factor above 1 to see less
     void zoom(double factor, const QPointF& fixed);
     /// Moves the map by a number of pixels.
@@ -64,6 +71,9 @@ public:
     std::optional<Reading> reading(const QPointF& point) const;
     /// The same for people, in the document's units: height, cell and coordinates. "" outside.
     QString reading_text(const QPointF& point) const;
+
+    /// Whether the map is still on its way.
+    bool is_gliding() const;
 
     QSize sizeHint() const override;
 
@@ -83,6 +93,10 @@ signals:
     /// The map is drawn larger or smaller. @param scale as scale()
     void scale_changed(double scale);
 
+private slots:
+    /// Draws the map as the user prefers it now.
+    void handle_message(housekeeping::ApplicationMessage& message);
+
 protected:
     void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
@@ -94,11 +108,26 @@ protected:
 
 private:
     const TerrainDocument* terrain_document() const;
-    QPointF pixels_per_cell() const;
+    QColor background() const;
+
+    QPointF pixels_per_cell(const Camera& camera) const;
+    QPointF map_position(const QPointF& point, const Camera& camera) const;
+    QPointF widget_position(const QPointF& map_position, const Camera& camera) const;
     double fitting_scale() const;
     void set_scale(double scale);
+    void show_whole();
+    void change_scale(double factor, const QPointF& fixed);
+    void move_by(const QPointF& pixels);
     void keep_map_in_sight();
     void map_moved();
+
+    /// Does @p change, which moves the camera, and lets the map glide there.
+    template <class Change>
+    void glide(Change change);
+    Camera drawn_camera() const;
+    void stop_gliding();
+
+    bool is_smooth(const Camera& camera) const;
 
     housekeeping::DocumentId m_document;
     Footprint m_footprint;
@@ -106,10 +135,13 @@ private:
     QSizeF m_cells; // columns and rows
     QString m_unit;
 
-    double m_scale = 1;
-    QPointF m_centre; // of the widget, as map_position()
+    Camera m_camera; // where the map is, or glides to
+    Camera m_left; // where it came from, while it glides
+    QVariantAnimation m_glide; // from 0 to 1, the part of the way
     bool m_fits = true; // until the user zooms or moves
+    bool m_hq_downsample = true; // as the picture was made
     std::optional<QPointF> m_drag; // where the pointer was last, while it drags
+    Qt::MouseButton m_drag_button = Qt::NoButton; // that began it
     std::optional<QPointF> m_pointer; // while it is over the map
 };
 

@@ -2,46 +2,39 @@
 
 #include "help/Bindings.h"
 #include "views/TerrainView.h"
+#include "windows/Deeds.h"
+#include "windows/StartPage.h"
 
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QAction>
+
+#include <utility>
 
 namespace terrain {
 
-namespace {
-
-const char* const s_picture = ":/tarq/Resources/tarqterrain64x64.png";
-const double s_headline_size = 1.5; ///< in proportion to other texts
-
-QWidget* make_start_page(QWidget* p_parent)
-{
-    auto* const p_page = new QWidget(p_parent);
-    auto* const p_picture = new QLabel;
-    p_picture->setPixmap(QPixmap(s_picture));
-    auto* const p_headline = new QLabel(QObject::tr("No raster is open"));
-    QFont font = p_headline->font();
-    font.setPointSizeF(font.pointSizeF() * s_headline_size);
-    p_headline->setFont(font);
-    auto* const p_hint
-        = new QLabel(QObject::tr("Open one with %1, or drop files here.")
-                         .arg(key_binding(Deed::Open).keys.toString(QKeySequence::NativeText)));
-    auto* const p_layout = new QVBoxLayout(p_page);
-    p_layout->setSpacing(12);
-    p_layout->addStretch();
-    for (QLabel* const p_label : {p_picture, p_headline, p_hint}) {
-        p_layout->addWidget(p_label, 0, Qt::AlignHCenter);
-    }
-    p_layout->addStretch();
-    return p_page;
-}
-
-} // namespace
-
-DocumentViews::DocumentViews(QWidget* p_parent)
+DocumentViews::DocumentViews(const RecentFiles& recent, QWidget* p_parent)
     : QStackedWidget(p_parent)
-    , m_p_start_page(make_start_page(this))
+    , m_p_start_page(new StartPage(recent))
 {
     addWidget(m_p_start_page);
+}
+
+void DocumentViews::obey(const Deeds& deeds)
+{
+    const std::pair<Deed, void (TerrainView::*)()> slots_of_deeds[] = {{Deed::ZoomIn, &TerrainView::zoom_in},
+        {Deed::ZoomOut, &TerrainView::zoom_out}, {Deed::Fit, &TerrainView::fit},
+        {Deed::PanLeft, &TerrainView::pan_left}, {Deed::PanRight, &TerrainView::pan_right},
+        {Deed::PanUp, &TerrainView::pan_up}, {Deed::PanDown, &TerrainView::pan_down}};
+    for (const auto& [deed, slot] : slots_of_deeds) {
+        QAction& action = deeds.action(deed);
+        if (key_binding(deed).scope == Scope::Map) {
+            addAction(&action); // its key works where the map has the keyboard
+        }
+        connect(&action, &QAction::triggered, this, [this, slot_of_deed = slot] {
+            if (TerrainView* const p_view = current()) {
+                (p_view->*slot_of_deed)();
+            }
+        });
+    }
 }
 
 TerrainView& DocumentViews::add(const housekeeping::DocumentId& document)
@@ -69,7 +62,8 @@ void DocumentViews::remove(const housekeeping::DocumentId& document)
 void DocumentViews::show_document(const housekeeping::DocumentId& document)
 {
     const auto found = m_views.find(document);
-    setCurrentWidget(found == m_views.end() ? m_p_start_page : found->second);
+    QWidget* const p_page = found == m_views.end() ? static_cast<QWidget*>(m_p_start_page) : found->second;
+    setCurrentWidget(p_page);
     currentWidget()->setFocus();
 }
 

@@ -10,6 +10,9 @@ namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
 
+class Deeds;
+class RecentFiles;
+class StartPage;
 class TerrainView;
 
 /// The maps of the open documents, one on top, or a page that says how to open one. Main thread.
@@ -18,7 +21,11 @@ class DocumentViews : public QStackedWidget
     Q_OBJECT
 
 public:
-    explicit DocumentViews(QWidget* p_parent = nullptr);
+    /// @param recent for the page; must outlive the object
+    explicit DocumentViews(const RecentFiles& recent, QWidget* p_parent = nullptr);
+
+    /// Lets the map on top carry out the deeds that move a map.
+    void obey(const Deeds& deeds);
 
     /// Makes a document's map and puts it on top.
     /// @throws housekeeping::HousekeepingException if the document cannot be drawn
@@ -33,8 +40,10 @@ public:
     /// The map on top; null for the start page.
     TerrainView* current() const;
 
+    StartPage& start_page() const { return *m_p_start_page; }
+
 private:
-    QWidget* m_p_start_page; // a child
+    StartPage* m_p_start_page; // a child
     std::map<housekeeping::DocumentId, TerrainView*> m_views; // children
 };
 

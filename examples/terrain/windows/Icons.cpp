@@ -67,8 +67,6 @@ void draw_help(QPainter& painter)
     painter.drawPoint(QPointF(12, 17.2));
 }
 
-typedef void (*Drawing)(QPainter& painter);
-
 Drawing drawing_of(Deed deed)
 {
     switch (deed) {
@@ -103,17 +101,23 @@ QPixmap drawn(Drawing drawing, int size, const QColor& colour)
 
 } // namespace
 
-QIcon icon_of(Deed deed, const QPalette& palette)
+QIcon drawn_icon(Drawing drawing, const QPalette& palette)
 {
     QIcon icon;
-    if (const Drawing drawing = drawing_of(deed)) {
-        for (const int size : {16, 24, 32, 48}) {
-            icon.addPixmap(drawn(drawing, size, palette.color(QPalette::Active, QPalette::ButtonText)));
-            icon.addPixmap(drawn(drawing, size, palette.color(QPalette::Disabled, QPalette::ButtonText)),
-                QIcon::Disabled);
-        }
+    if (!drawing) {
+        return icon;
+    }
+    for (const int size : {16, 24, 32, 48}) {
+        icon.addPixmap(drawn(drawing, size, palette.color(QPalette::Active, QPalette::ButtonText)));
+        icon.addPixmap(
+            drawn(drawing, size, palette.color(QPalette::Disabled, QPalette::ButtonText)), QIcon::Disabled);
     }
     return icon;
+}
+
+QIcon icon_of(Deed deed, const QPalette& palette)
+{
+    return drawn_icon(drawing_of(deed), palette);
 }
 
 } // namespace terrain

@@ -1,6 +1,7 @@
 #include "windows/MainMenus.h"
 
 #include "windows/Deeds.h"
+#include "windows/RecentMenu.h"
 
 #include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
 
@@ -28,15 +29,17 @@ void add(gui::MainWindowMessage& message, const Deeds& deeds, const Groups& grou
 
 } // namespace
 
-MainMenus::MainMenus(const Deeds& deeds, QWidget* p_window)
+MainMenus::MainMenus(const Deeds& deeds, RecentMenu* p_recent, QWidget* p_window)
     : QObject(p_window)
     , m_deeds(deeds)
     , m_p_window(p_window)
+    , m_p_recent(p_recent)
     , m_p_file(new QMenu(tr("&File"), p_window))
     , m_p_edit(new QMenu(tr("&Edit"), p_window))
     , m_p_view(new QMenu(tr("&View"), p_window))
 {
     gui::MainWindowMessage::subscribe(this, Qt::AutoConnection);
+    connect(m_p_file, &QMenu::aboutToShow, m_p_recent, &RecentMenu::fill);
 }
 
 void MainMenus::handle_message(housekeeping::gui::MainWindowMessage& message)
@@ -53,13 +56,21 @@ void MainMenus::handle_message(housekeeping::gui::MainWindowMessage& message)
     } else if (message.kind() == MainWindowMessage::ToolBar) {
         fill_tool_bar(message);
     } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_p_file) {
-        add(message, m_deeds, {{Deed::Open}, {Deed::Export}, {Deed::Close}, {Deed::Quit}});
+        fill_file_menu(message);
     } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_p_view) {
         add(message, m_deeds,
             {{Deed::ZoomIn, Deed::ZoomOut, Deed::Fit},
                 {Deed::PanLeft, Deed::PanRight, Deed::PanUp, Deed::PanDown},
                 {Deed::PreviousDocument, Deed::NextDocument}, {Deed::QuickHelp}});
     }
+}
+
+void MainMenus::fill_file_menu(housekeeping::gui::MainWindowMessage& message) const
+{
+    add(message, m_deeds, {{Deed::Open}});
+    message.addMenu(m_p_recent);
+    add(message, m_deeds,
+        {{Deed::Export}, {Deed::Close}, {Deed::Preferences}, {Deed::Report}, {Deed::Restart, Deed::Quit}});
 }
 
 void MainMenus::fill_tool_bar(housekeeping::gui::MainWindowMessage& message) const

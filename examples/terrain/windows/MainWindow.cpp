@@ -1,8 +1,6 @@
 #include "windows/MainWindow.h"
 
 #include "commands/CommandsController.h"
-#include "documents/ExportTerrain.h"
-#include "documents/OpenTerrain.h"
 #include "documents/TerrainDocument.h"
 #include "help/TerrainQuickHelp.h"
 #include "panels/HistoryPanel.h"
@@ -11,28 +9,29 @@
 #include "panels/QuickHelpPanel.h"
 #include "panels/QuickHelpSheet.h"
 #include "views/TerrainView.h"
+#include "windows/Closing.h"
+#include "windows/ContextHelp.h"
 #include "windows/Deeds.h"
 #include "windows/DocumentBox.h"
+#include "windows/DocumentFiles.h"
 #include "windows/DocumentViews.h"
+#include "windows/DroppedFiles.h"
 #include "windows/MainMenus.h"
-#include "windows/Questions.h"
-#include "windows/WaitCursor.h"
+#include "windows/MapStatus.h"
+#include "windows/RecentMenu.h"
+#include "windows/StartPage.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DocumentManager.h>
-#include <tarqa/housekeeping/ErrorHandler.h>
+#include <tarqa/housekeeping/gui/HelpManager.h>
 #include <tarqa/housekeeping/gui/MainWindowMessage.h>
+#include <tarqa/housekeeping/gui/PreferencesDialog.h>
 #include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
-#include <tarqa/utilities/Exception.h>
-#include <tarqa/utilities/Url.h>
 
 #include <QtCore/QMimeData>
-#include <QtCore/QScopedValueRollback>
 #include <QtCore/QSettings>
-#include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QDropEvent>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QStackedWidget>
@@ -42,7 +41,6 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
-#include <utility>
 
 namespace terrain {
 
@@ -53,7 +51,6 @@ namespace {
 const QSize s_first_size(1180, 780);
 const int s_first_panel_width = 290; ///< pixels
 const int s_message_time = 6000; ///< milliseconds
-const int s_status_gap = 24; ///< pixels
 
 // Keys of the settings.
 const char* const s_geometry = "MainWindow/geometry";
@@ -67,34 +64,6 @@ housekeeping::DocumentManager& documents()
 QString product()
 {
     return QString::fromStdString(pkBase::pkProductInfo::const_instance().marketing_name());
-}
-
-/// Does @p work, which takes a while. What goes wrong is shown in a box. @return whether all went well
-template <class Work>
-bool done(const QString& title, Work work)
-{
-    housekeeping::ErrorHandler& errors = housekeeping::ErrorHandler::instance();
-    try {
-        const WaitCursor cursor;
-        work();
-        return true;
-    } catch (const tarqa::Exception& exception) {
-        errors.message(title.toStdString(), exception, QMessageBox::Ok);
-    } catch (const std::exception& exception) {
-        errors.message(title.toStdString(), exception, QMessageBox::Ok);
-    }
-    return false;
-}
-
-gui::UrlList urls_of_files(const QMimeData& data)
-{
-    gui::UrlList urls;
-    for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile()) {
-            urls.push_back(url.toString(QUrl::FullyEncoded).toStdString());
-        }
-    }
-    return urls;
 }
 
 /// Commands are entered before they run, and their names would invite people to undo them while they do.
@@ -122,23 +91,29 @@ void collect(int kind, QWidget* p_target, QWidget* p_owner)
 
 MainWindow::MainWindow()
     : m_p_deeds(new Deeds(this))
-    , m_p_views(new DocumentViews)
+    , m_p_files(
+          new DocumentFiles(this, [this](const TerrainDocument& document) { show_new_document(document); }))
+    , m_p_closing(new Closing(this, *m_p_files))
+    , m_p_recent(new RecentMenu(m_p_files->recent(), this))
+    , m_p_views(new DocumentViews(m_p_files->recent()))
     , m_p_document_box(new DocumentBox(this))
+    , m_p_map_status(new MapStatus(*statusBar()))
     , m_general_help(std::make_unique<TerrainQuickHelp>())
 {
     setAcceptDrops(true);
     make_panel_area();
-    make_status_bar();
     connect_deeds();
     resize(s_first_size);
     readSettings();
-    connect(this, &MainWindow::dropped, this, &MainWindow::insert_files);
-    connect(
-        &CommandsController::instance().runner(), &CommandRunner::finished, this, &MainWindow::close_after);
+    connect(this, &MainWindow::dropped, this, &ask_to_insert);
+    connect(m_p_files, &DocumentFiles::written, this, &MainWindow::show_written);
+    connect(m_p_recent, &RecentMenu::chosen, m_p_files, QOverload<const QString&>::of(&DocumentFiles::open));
+    connect(&m_p_views->start_page(), &StartPage::chosen, m_p_files,
+        QOverload<const QString&>::of(&DocumentFiles::open));
     housekeeping::DocumentMessage::subscribe(this, Qt::AutoConnection);
     housekeeping::DocumentHistoryMsg::subscribe(this, Qt::AutoConnection);
     housekeeping::FilesInsertMessage::subscribe(this, Qt::AutoConnection);
-    for (const housekeeping::DocumentId& id : open_documents()) {
+    for (const housekeeping::DocumentId& id : documents().current_documents()) {
         show_new_document(dynamic_cast<TerrainDocument&>(documents().document_from_id(id)));
     }
     show_current_document(housekeeping::DocumentId::null());
@@ -186,14 +161,13 @@ void MainWindow::make_panel_area()
 
 void MainWindow::build_menus()
 {
-    new MainMenus(*m_p_deeds, this);
+    new MainMenus(*m_p_deeds, m_p_recent, this);
+    connect_help(); // whose menu is among those
     collect(gui::MainWindowMessage::MenuBar, menuBar(), this);
     make_tool_bar();
     collect(gui::MainWindowMessage::EditActions, nullptr, this);
-    for (const KeyBinding& binding : key_bindings()) {
-        if (binding.scope == Scope::Map) {
-            m_p_views->addAction(&action(binding.deed)); // its key works where the map has the keyboard
-        }
+    for (QWidget* const p_panel : panels()) {
+        p_panel->addActions(ContextHelp::key_actions(*this)); // for when it floats
     }
 }
 
@@ -239,42 +213,43 @@ void MainWindow::add_edit_actions(QWidget& widget) const
     }
 }
 
-void MainWindow::make_status_bar()
-{
-    m_p_reading = new QLabel;
-    m_p_reading->setAccessibleName(tr("Place under the pointer"));
-    m_p_scale = new QLabel;
-    m_p_scale->setIndent(s_status_gap);
-    m_p_scale->setToolTip(tr("Pixels for a cell, in percent"));
-    statusBar()->addPermanentWidget(m_p_reading);
-    statusBar()->addPermanentWidget(m_p_scale);
-}
-
 void MainWindow::connect_deeds()
 {
     const auto on = [this](Deed deed, auto slot) { connect(&action(deed), &QAction::triggered, this, slot); };
-    const auto on_map = [this, on](Deed deed, void (TerrainView::*slot)()) {
-        on(deed, [this, slot] {
-            if (TerrainView* const p_view = view()) {
-                (p_view->*slot)();
-            }
-        });
-    };
     const auto go = [this](int places) { documents().current_document(m_p_document_box->neighbour(places)); };
-    on(Deed::Open, &MainWindow::ask_and_open);
-    on(Deed::Export, &MainWindow::ask_and_export);
+    on(Deed::Open, [this] { m_p_files->ask_and_open(); });
+    on(Deed::Export, [this] { m_p_files->ask_and_export(); });
     on(Deed::Close, &MainWindow::close_document);
+    on(Deed::Preferences, &MainWindow::show_preferences);
     on(Deed::Quit, &MainWindow::close);
-    on_map(Deed::ZoomIn, &TerrainView::zoom_in);
-    on_map(Deed::ZoomOut, &TerrainView::zoom_out);
-    on_map(Deed::Fit, &TerrainView::fit);
-    on_map(Deed::PanLeft, &TerrainView::pan_left);
-    on_map(Deed::PanRight, &TerrainView::pan_right);
-    on_map(Deed::PanUp, &TerrainView::pan_up);
-    on_map(Deed::PanDown, &TerrainView::pan_down);
     on(Deed::PreviousDocument, [go] { go(-1); });
     on(Deed::NextDocument, [go] { go(1); });
     on(Deed::QuickHelp, [this] { show_panel(*m_p_quick_help); });
+    m_p_views->obey(*m_p_deeds);
+}
+
+/// By name: the help manager's slots are protected, and Qt finds them all the same.
+void MainWindow::connect_help()
+{
+    gui::HelpManager& help = gui::HelpManager::instance();
+    connect(&action(Deed::Report), SIGNAL(triggered()), &help, SLOT(newJIRAIssue()));
+    connect(&action(Deed::Restart), SIGNAL(triggered()), &help, SLOT(restart()));
+    connect(&help, &gui::HelpManager::showQuickHelp, this, [this] { show_panel(*m_p_quick_help); });
+    new ContextHelp(this);
+}
+
+void MainWindow::show_preferences()
+{
+    if (!m_p_preferences) {
+        m_p_preferences = new gui::PreferencesDialog(this);
+        m_p_preferences->addActions(ContextHelp::key_actions(*this));
+    }
+    if (!m_p_preferences->isVisible()) {
+        m_p_preferences->pre_show_dialog();
+        m_p_preferences->show();
+    }
+    m_p_preferences->raise();
+    m_p_preferences->activateWindow();
 }
 
 // --- panels and settings
@@ -319,95 +294,22 @@ void MainWindow::writeSettings()
 
 bool MainWindow::open(const QString& path)
 {
-    return done(tr("Open"), [this, &path] {
-        const std::string file = path.toStdString();
-        TerrainDocument& document = open_terrain(file);
-        try {
-            show_new_document(document);
-        } catch (...) {
-            // A document that nobody sees could never be closed.
-            documents().destroy_document(document.id(), true, false, false, housekeeping::DocumentId::null());
-            throw;
-        }
-        log_opened(document, file);
-    });
+    return m_p_files->open(path);
 }
 
 void MainWindow::open(const QStringList& paths)
 {
-    for (const QString& path : paths) {
-        open(path);
-    }
+    m_p_files->open(paths);
 }
 
 bool MainWindow::write_export(const QString& path)
 {
-    if (!is_export_name(path.toStdString())) {
-        housekeeping::ErrorHandler::instance().message(tr("Export").toStdString(),
-            tr("\"%1\" is not written: the name must end in \".tif\"").arg(path).toStdString(),
-            QMessageBox::Ok);
-        return false;
-    }
-    const bool written = done(tr("Export"), [&path] {
-        export_terrain(dynamic_cast<TerrainDocument&>(documents().current_document()), path.toStdString());
-    });
-    if (written) {
-        documents().current_document().set_modified(false);
-        show_title(documents().current_document_id());
-        statusBar()->showMessage(tr("Written: %1").arg(path), s_message_time);
-    }
-    return written;
-}
-
-void MainWindow::ask_and_open()
-{
-    open(ask_for_rasters(this));
-}
-
-bool MainWindow::ask_and_export()
-{
-    if (!current_document_is_free(tr("Export"))) {
-        return false;
-    }
-    const QString file = ask_for_export_file(this);
-    return !file.isEmpty() && write_export(file);
+    return m_p_files->write_export(path);
 }
 
 void MainWindow::close_document()
 {
-    const housekeeping::DocumentId id = documents().current_document_id();
-    if (current_document_is_free(tr("Close")) && may_lose(id)) {
-        documents().destroy_document(id, false, false, false, housekeeping::DocumentId::null());
-    }
-}
-
-/// Whether there is a current document that no command is running on; says so if one is.
-bool MainWindow::current_document_is_free(const QString& title)
-{
-    const housekeeping::DocumentId id = documents().current_document_id();
-    if (id == housekeeping::DocumentId::null()) {
-        return false;
-    }
-    if (!documents().document_busy(id)) {
-        return true;
-    }
-    say_that_it_is_busy(title,
-        tr("\"%1\" is busy. Wait until the running command has ended, or cancel it.")
-            .arg(QString::fromStdString(documents().current_document().title())));
-    return false;
-}
-
-/// Whether a document may be closed: it has no changes that are not written, or the user does not want them.
-bool MainWindow::may_lose(const housekeeping::DocumentId& id)
-{
-    const auto& document = dynamic_cast<const TerrainDocument&>(documents().document_from_id(id));
-    if (!document.is_modified()) {
-        return true;
-    }
-    documents().current_document(id); // so that people see what they are asked about
-    const QMessageBox::StandardButton answer
-        = ask_about_changes(this, QString::fromStdString(document.short_title()));
-    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && ask_and_export());
+    m_p_files->close_current();
 }
 
 void MainWindow::show_new_document(const TerrainDocument& document)
@@ -415,16 +317,13 @@ void MainWindow::show_new_document(const TerrainDocument& document)
     TerrainView& new_view = m_p_views->add(document.id());
     add_edit_actions(new_view);
     m_document_help[document.id()] = std::make_unique<TerrainQuickHelp>(document);
-    connect(&new_view, &TerrainView::reading_changed, m_p_reading, &QLabel::setText);
-    const auto show_scale
-        = [this](double scale) { m_p_scale->setText(tr("%1 %").arg(QString::number(scale * 100, 'f', 0))); };
-    connect(&new_view, &TerrainView::scale_changed, m_p_scale, show_scale);
+    m_p_map_status->follow(new_view);
     show_current_document(housekeeping::DocumentId::null());
 }
 
 void MainWindow::show_current_document(const housekeeping::DocumentId& gone)
 {
-    std::vector<housekeeping::DocumentId> list = open_documents();
+    std::vector<housekeeping::DocumentId> list = documents().current_documents();
     list.erase(std::remove(list.begin(), list.end(), gone), list.end());
     housekeeping::DocumentId current = documents().current_document_id();
     if (current == gone) {
@@ -436,10 +335,15 @@ void MainWindow::show_current_document(const housekeeping::DocumentId& gone)
     m_p_views->show_document(current);
     m_p_quick_help->sheet().show_document(current);
     m_p_deeds->document_open(is_open);
-    m_p_reading->clear();
-    m_p_scale->setText(view() ? tr("%1 %").arg(QString::number(view()->scale() * 100, 'f', 0)) : QString());
+    m_p_map_status->show(view());
     show_title(current);
     keep_undo_plain_while_busy();
+}
+
+void MainWindow::show_written(const QString& path)
+{
+    show_title(documents().current_document_id());
+    statusBar()->showMessage(tr("Written: %1").arg(path), s_message_time);
 }
 
 void MainWindow::show_title(const housekeeping::DocumentId& current)
@@ -494,23 +398,6 @@ void MainWindow::handle_message(housekeeping::FilesInsertMessage& message)
     }
 }
 
-void MainWindow::insert_files(const housekeeping::gui::UrlList& urls)
-{
-    std::vector<std::string> files;
-    for (const std::string& url : urls) {
-        files.push_back(tarqa::utilities::url_to_filesystem(url));
-    }
-    auto* const p_message = housekeeping::FilesInsertMessage::instance();
-    p_message->documentId(documents().current_document_id());
-    p_message->files(files);
-    housekeeping::Message::dispatch(p_message); // not posted: a file that cannot be opened opens a box
-}
-
-std::vector<housekeeping::DocumentId> MainWindow::open_documents()
-{
-    return documents().current_documents();
-}
-
 // --- what the window shows
 
 QAction& MainWindow::action(Deed deed) const
@@ -525,56 +412,24 @@ TerrainView* MainWindow::view() const
 
 QString MainWindow::reading() const
 {
-    return m_p_reading->text();
+    return m_p_map_status->reading();
 }
 
 // --- events
 
 bool MainWindow::may_close()
 {
-    if (m_asks_to_close) {
-        return false;
-    }
-    const QScopedValueRollback<bool> asking(m_asks_to_close, true);
-    CommandRunner& runner = CommandsController::instance().runner();
-    runner.cancel();
-    runner.wait();
-    if (documents().documents_busy()) {
-        say_that_it_is_busy(tr("Quit"), tr("A command is running. Wait until it has ended, or cancel it."));
-        return false;
-    }
-    const std::vector<housekeeping::DocumentId> list = open_documents();
-    return std::all_of(
-        list.begin(), list.end(), [this](const housekeeping::DocumentId& id) { return may_lose(id); });
-}
-
-/// A command that failed before it could be cancelled keeps the window open: people are to see why.
-void MainWindow::close_after(CommandRunner::Outcome outcome)
-{
-    if (std::exchange(m_closes_after_command, false) && outcome != CommandRunner::Outcome::Failed) {
-        QTimer::singleShot(0, this, &QWidget::close);
-    }
+    return m_p_closing->may_close();
 }
 
 void MainWindow::closeEvent(QCloseEvent* p_event)
 {
-    CommandRunner& runner = CommandsController::instance().runner();
-    if (runner.is_running()) {
-        // Not waiting in here: Qt takes another request meanwhile for granted.
-        m_closes_after_command = true;
-        runner.cancel();
-        p_event->ignore();
-        return;
-    }
-    if (!may_close()) {
+    if (!m_p_closing->close_event_may_go_on()) {
         p_event->ignore();
         return;
     }
     writeSettings(); // while the floating windows are there
-    for (const housekeeping::DocumentId& id : open_documents()) {
-        documents().destroy_document(id, false, false, false, housekeeping::DocumentId::null());
-    }
-    p_event->setAccepted(documents().num_documents() == 0);
+    p_event->setAccepted(Closing::close_documents());
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* p_event)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "commands/CommandRunner.h"
 #include "help/Bindings.h"
 
 #include <tarqa/housekeeping/DocumentHistoryMsg.h>
@@ -15,20 +14,27 @@
 #include <memory>
 #include <vector>
 
-class QLabel;
 class QSplitter;
 class QToolBar;
+
+namespace tarqa::housekeeping::gui {
+class PreferencesDialog;
+}
 
 namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
 
+class Closing;
 class Deeds;
 class DocumentBox;
+class DocumentFiles;
 class DocumentViews;
 class HistoryPanel;
 class HomePanel;
+class MapStatus;
 class QuickHelpPanel;
+class RecentMenu;
 class TerrainDocument;
 class TerrainQuickHelp;
 class TerrainView;
@@ -63,7 +69,11 @@ public:
     QAction& action(Deed deed) const;
     /// The map that is shown; null if no document is open.
     TerrainView* view() const;
+    DocumentViews& views() const { return *m_p_views; }
     DocumentBox& document_box() const { return *m_p_document_box; }
+    RecentMenu& recent_menu() const { return *m_p_recent; }
+    /// Null until it is first shown.
+    housekeeping::gui::PreferencesDialog* preferences() const { return m_p_preferences; }
     HomePanel& home() const { return *m_p_home; }
     QuickHelpPanel& quick_help() const { return *m_p_quick_help; }
     HistoryPanel& history() const { return *m_p_history; }
@@ -85,11 +95,10 @@ public:
     void take_undo_redo_actions(QAction* p_undo, QAction* p_redo) override;
 
 public slots:
-    void ask_and_open();
-    /// @return whether a file was written
-    bool ask_and_export();
     /// Closes the current document, unless it is busy or the user wants to keep it.
     void close_document();
+    /// Shows the preferences with the values as they are now, or brings them to the front.
+    void show_preferences();
 
 protected:
     void closeEvent(QCloseEvent* p_event) override;
@@ -100,14 +109,12 @@ private slots:
     void handle_message(housekeeping::DocumentMessage& message);
     void handle_message(housekeeping::DocumentHistoryMsg& message);
     void handle_message(housekeeping::FilesInsertMessage& message);
-    /// Asks whoever listens, which is this window, to open dropped files.
-    void insert_files(const housekeeping::gui::UrlList& urls);
 
 private:
     void make_panel_area();
     void make_tool_bar();
-    void make_status_bar();
     void connect_deeds();
+    void connect_help();
     void add_edit_actions(QWidget& widget) const;
     std::vector<QWidget*> panels() const;
 
@@ -116,27 +123,25 @@ private:
     void show_changes(const housekeeping::DocumentId& document);
     /// Shows what is current, as if @p gone were no document any more.
     void show_current_document(const housekeeping::DocumentId& gone);
+    void show_written(const QString& path);
     void show_title(const housekeeping::DocumentId& current);
-    void close_after(CommandRunner::Outcome outcome);
-    bool current_document_is_free(const QString& title);
-    bool may_lose(const housekeeping::DocumentId& document);
-    static std::vector<housekeeping::DocumentId> open_documents();
 
     // Children.
     Deeds* m_p_deeds;
+    DocumentFiles* m_p_files;
+    Closing* m_p_closing;
+    RecentMenu* m_p_recent;
     DocumentViews* m_p_views;
     DocumentBox* m_p_document_box;
+    MapStatus* m_p_map_status;
     HomePanel* m_p_home = nullptr;
     QuickHelpPanel* m_p_quick_help = nullptr;
     HistoryPanel* m_p_history = nullptr;
     QSplitter* m_p_splitter = nullptr;
     QToolBar* m_p_tool_bar = nullptr;
-    QLabel* m_p_reading = nullptr;
-    QLabel* m_p_scale = nullptr;
+    housekeeping::gui::PreferencesDialog* m_p_preferences = nullptr;
 
     QList<QAction*> m_edit_actions; // the undo/redo presentation's
-    bool m_closes_after_command = false; // the window, once the cancelled command has ended
-    bool m_asks_to_close = false; // in may_close(), whose event loops may bring another request
     std::unique_ptr<TerrainQuickHelp> m_general_help;
     std::map<housekeeping::DocumentId, std::unique_ptr<TerrainQuickHelp>> m_document_help;
 };

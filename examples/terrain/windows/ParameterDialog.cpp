@@ -1,6 +1,7 @@
 #include "windows/ParameterDialog.h"
 
 #include <pkBaseQt/QFinalPolish.h>
+#include <pkBaseQt/QPKHelpButton.h>
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QDoubleSpinBox>
@@ -9,10 +10,12 @@
 namespace terrain {
 
 ParameterDialog::ParameterDialog(
-    const QString& title, const std::vector<Parameter>& parameters, QWidget* p_parent)
+    const QString& title, Topic topic, const std::vector<Parameter>& parameters, QWidget* p_parent)
     : QDialog(p_parent)
 {
     setWindowTitle(title);
+    setWindowModality(Qt::WindowModal);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false); // there is a button that does more
     auto* const p_form = new QFormLayout(this);
     for (const Parameter& parameter : parameters) {
         auto* const p_number = new QDoubleSpinBox;
@@ -24,6 +27,10 @@ ParameterDialog::ParameterDialog(
         m_numbers.push_back(p_number);
     }
     auto* const p_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    auto* const p_help = new pkBase::QPKHelpButton(help_key(topic));
+    p_help->setShortcut(QKeySequence::HelpContents);
+    p_help->setAutoDefault(false);
+    p_buttons->addButton(p_help, QDialogButtonBox::HelpRole);
     p_form->addRow(p_buttons);
     connect(p_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(p_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "help/HelpTopics.h"
+
 #include <QtCore/QString>
 #include <QtWidgets/QDialog>
 
@@ -20,14 +22,16 @@ struct Parameter
     QString unit; ///< behind the number; empty for none
 };
 
-/// Asks for the parameters of a command, before it runs. Main thread.
+/// Asks for the parameters of a command, before it runs. While it is open the help can be read, the main
+/// window not be used. Main thread.
 class ParameterDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    ParameterDialog(
-        const QString& title, const std::vector<Parameter>& parameters, QWidget* p_parent = nullptr);
+    /// @param topic the page about the command, which F1 and the help button open
+    ParameterDialog(const QString& title, Topic topic, const std::vector<Parameter>& parameters,
+        QWidget* p_parent = nullptr);
 
     /// What the user chose; in the order of the parameters.
     double value(std::size_t parameter) const;
