@@ -186,6 +186,26 @@ TEST_F(ErrorHandlerDialogs, WorkerThreadShowsNothing)
     EXPECT_EQ(TestAccess::last_button(ErrorHandler::instance()), QMessageBox::NoButton);
 }
 
+TEST_F(ErrorHandlerDialogs, MayBeShownOnTheMainThreadOnly)
+{
+    EXPECT_TRUE(ErrorHandler::instance().may_show_dialogs());
+    bool in_worker = true;
+    std::thread([&in_worker] { in_worker = ErrorHandler::instance().may_show_dialogs(); }).join();
+    EXPECT_FALSE(in_worker);
+    EXPECT_TRUE(ErrorHandler::const_instance().may_show_dialogs());
+}
+
+TEST_F(ErrorHandlerDialogs, MayNotBeShownWhereNobodySeesThem)
+{
+    ErrorHandler::show_dialogs(false);
+    EXPECT_FALSE(ErrorHandler::instance().may_show_dialogs());
+    EXPECT_EQ(ErrorHandler::instance().message("Title", "a text", QMessageBox::Yes | QMessageBox::No),
+        QMessageBox::Ok);
+    EXPECT_TRUE(dialogs.shown().empty());
+    ErrorHandler::show_dialogs(true);
+    EXPECT_TRUE(ErrorHandler::instance().may_show_dialogs());
+}
+
 TEST_F(ErrorHandlerDialogs, FatalTextIsShownAndTheLogOffered)
 {
     show_window();

@@ -110,6 +110,16 @@ TEST_F(ErrorHandlerWithoutApplication, ApplicationWithoutWidgetsShowsNothingEith
     EXPECT_EQ(entries(), "a text\n");
 }
 
+TEST_F(ErrorHandlerWithoutApplication, NoDialogMayBeShown)
+{
+    EXPECT_FALSE(ErrorHandler::instance().may_show_dialogs());
+    char name[] = "test";
+    char* arguments[] = {name, nullptr};
+    int count = 1;
+    const QCoreApplication application(count, arguments); // has no widgets
+    EXPECT_FALSE(ErrorHandler::instance().may_show_dialogs());
+}
+
 TEST_F(ErrorHandlerWithoutApplication, LogIsNotSaved)
 {
     EXPECT_FALSE(ErrorHandler::instance().request_save_log_file("Caption"));

@@ -1,12 +1,79 @@
 #include "RecentDocumentsFixture.h"
+#include "support/Kept.h"
 #include "support/LogCapture.h"
 
+#include <tarqa/utilities/Exception.h>
+
 #include <gmock/gmock.h>
+
+#include <functional>
+#include <stdexcept>
 
 // Stored lists that were not written by the queue, or by one that knew other kinds of files.
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+namespace {
+
+typedef std::function<void()> Failure;
+
+/// Settings of a kind that fail in their own way when they are read.
+class FailingInformation : public support::FakeDataInformation
+{
+public:
+    FailingInformation(const std::string& key, const Failure& fail)
+        : FakeDataInformation(key)
+        , m_fail(fail)
+    { }
+
+    using FakeDataInformation::info;
+    void info(const QStringList&, int) override { m_fail(); }
+
+private:
+    Failure m_fail;
+};
+
+class FailingInformationFactory : public support::FakeDataInformationFactory
+{
+public:
+    explicit FailingInformationFactory(const Failure& fail)
+        : FakeDataInformationFactory("failing", false)
+        , m_fail(fail)
+    { }
+    tarqa::housekeeping::AbstractDataInformation* create_unmanaged_product() override
+    {
+        return new FailingInformation("failing", m_fail);
+    }
+
+private:
+    Failure m_fail;
+};
+
+/// A queue of three stored entries, the second of which cannot be read.
+class RecentDocumentsQueueThatFails : public RecentDocumentsQueue
+{
+protected:
+    RecentDocumentsQueueThatFails()
+    {
+        support::register_data_information("fake");
+        store({a, b, c});
+    }
+
+    void fail_with(const Failure& fail)
+    {
+        support::kept(new FailingInformationFactory(fail));
+        QStringList damaged = list(b);
+        damaged[1] = "failing";
+        store(1, damaged);
+    }
+
+    const std::string a = file("a");
+    const std::string b = file("b");
+    const std::string c = file("c");
+};
+
+} // namespace
 
 TEST_F(RecentDocumentsQueue, ValueThatIsNoListIsSkippedAndTheScanGoesOn)
 {
@@ -182,4 +249,45 @@ TEST_F(RecentDocumentsQueue, EntriesThatAreWrittenWronglyAreSkipped)
     EXPECT_NO_THROW(queue().load());
     EXPECT_THAT(urls(), ElementsAre(a));
     EXPECT_EQ(queue().at(0)->z_units(), DataSource::Feet);
+}
+
+// Kinds that fail in a way that the data source does not know
+
+TEST_F(RecentDocumentsQueueThatFails, MakersExceptionCostsItsEntryAndIsLogged)
+{
+    fail_with([] { throw tarqa::Exception(42, "no such delimiter", "tests/documents", 7); });
+    support::LogCapture log;
+    EXPECT_NO_THROW(queue().load());
+    EXPECT_THAT(urls(), ElementsAre(a, c));
+    EXPECT_TRUE(log.take("no such delimiter"));
+    log.take_all();
+    EXPECT_TRUE(is_stored(1)); // a later version may read it
+}
+
+TEST_F(RecentDocumentsQueueThatFails, UnknownExceptionCostsItsEntryAndIsLogged)
+{
+    fail_with([] { throw 42; });
+    support::LogCapture log;
+    EXPECT_NO_THROW(queue().load());
+    EXPECT_THAT(urls(), ElementsAre(a, c));
+    EXPECT_TRUE(log.take("An entry of the recent documents cannot be read, for an unknown reason"));
+    EXPECT_TRUE(is_stored(1));
+}
+
+TEST_F(RecentDocumentsQueueThatFails, StandardExceptionCostsNothingAndIsNotLogged)
+{
+    fail_with([] { throw std::runtime_error("no such delimiter"); });
+    const support::LogCapture log;
+    EXPECT_NO_THROW(queue().load());
+    EXPECT_THAT(urls(), ElementsAre(a, b, c)); // without its settings
+}
+
+TEST_F(RecentDocumentsQueueThatFails, EntryThatIsInTheListAlreadyStaysInIt)
+{
+    push(b);
+    fail_with([] { throw 42; });
+    support::LogCapture log;
+    queue().load();
+    EXPECT_THAT(urls(), ElementsAre(b, a, c));
+    log.take_all();
 }

@@ -19,8 +19,9 @@ const char* const s_schemes[] = {"file", "http", "https", "mailto", "ftp", "abou
 
 // The launcher
 
-FakeLauncher::FakeLauncher(const std::string& label)
+FakeLauncher::FakeLauncher(const std::string& label, const std::function<void()>& on_show_page)
     : m_label(label)
+    , m_on_show_page(on_show_page)
 { }
 
 FakeLauncher::~FakeLauncher()
@@ -35,6 +36,9 @@ void FakeLauncher::about()
 
 void FakeLauncher::show_page(const QString& page, bool external)
 {
+    if (m_on_show_page) {
+        m_on_show_page();
+    }
     journal().add(m_label + ".show_page(" + page.toStdString() + (external ? ", outside)" : ", inside)"));
 }
 
@@ -48,12 +52,13 @@ boost::shared_ptr<HelpLauncher> FakeLauncherFactory::create_product()
     if (on_create) {
         on_create();
     }
-    return boost::shared_ptr<HelpLauncher>(gives_nothing ? nullptr : new FakeLauncher(next_label()));
+    return boost::shared_ptr<HelpLauncher>(
+        gives_nothing ? nullptr : new FakeLauncher(next_label(), on_show_page));
 }
 
 HelpLauncher* FakeLauncherFactory::create_unmanaged_product()
 {
-    return new FakeLauncher(next_label());
+    return new FakeLauncher(next_label(), on_show_page);
 }
 
 std::string FakeLauncherFactory::next_label()

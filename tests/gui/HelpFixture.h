@@ -42,13 +42,16 @@ const char* const s_menu_title = " &Help"; // the blank belongs to it
 class FakeLauncher : public HelpLauncher
 {
 public:
-    explicit FakeLauncher(const std::string& label);
+    /// @param on_show_page called when a page is asked for, before the launcher looks which one; must outlive
+    /// the launcher
+    FakeLauncher(const std::string& label, const std::function<void()>& on_show_page);
     ~FakeLauncher() override;
     void about() override;
     void show_page(const QString& page, bool external) override;
 
 private:
     std::string m_label;
+    const std::function<void()>& m_on_show_page; // the factory's
 };
 
 /// A launcher with the library's about box.
@@ -69,6 +72,7 @@ public:
 
     bool gives_nothing = false;
     std::function<void()> on_create; // before one is made
+    std::function<void()> on_show_page; // of all that were made
 
 private:
     std::string next_label();

@@ -141,6 +141,18 @@ TEST_F(HelpManagerIssue, HostSetsTheForm)
     EXPECT_EQ(url, report());
 }
 
+TEST_F(HelpManagerIssue, QueryOfTheHostsFormIsReplaced)
+{
+    HelpManager::issue_form(QUrl("https://issues.host.example/new?pid=7&team=maps&description=old"));
+    const QUrl url = report();
+    EXPECT_EQ(QUrl("https://issues.host.example/new"), url.adjusted(QUrl::RemoveQuery));
+    EXPECT_THAT(form_items(url),
+        ElementsAre(Pair("pid", "10001"), Pair("issuetype", "1"), Pair("reporter", ""),
+            Pair("assignee", "-1"), Pair("priority", "6"), Pair("summary", ""),
+            Pair("description", std::string("\n\n") + s_version_line), Pair("versions", "11900")));
+    EXPECT_EQ("pid=7&team=maps&description=old", HelpManager::issue_form().query()); // as it was
+}
+
 TEST_F(HelpManagerIssue, FactsThatAreNotSetAreReportedAsTheyAre)
 {
     pkProductInfo& product = pkProductInfo::instance();

@@ -2,13 +2,17 @@
 #include "support/DialogDriver.h"
 #include "support/LogCapture.h"
 
+#include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
 
 #include <pkBaseQt/QPKAboutBox.h>
 #include <pkBaseQt/pkProductInfo.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtGui/QTextDocument>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QTextBrowser>
 
@@ -25,6 +29,7 @@ using pkBase::pkProductInfo;
 using pkBase::QPKAboutBox;
 using support::DialogDriver;
 using support::LogCapture;
+using tarqa::housekeeping::ErrorHandler;
 using tarqa::housekeeping::ErrorProtocol;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -324,4 +329,128 @@ TEST_F(HelpManagerLateFault, FactoryThatFailsLaterStillGivesTheAboutBox)
     log.take_all();
     manager().onShowPage("TARQ_FAULTS"); // its launcher is there
     EXPECT_THAT(calls(), ElementsAre("TarqHelpful 1.show_page(TARQ_FAULTS, outside)"));
+}
+
+// The box that names a page
+
+namespace {
+
+/// A program with windows, but no launcher.
+class HelpManagerNotice : public HelpWithoutLauncher
+{
+protected:
+    HelpManagerNotice()
+    {
+        manager();
+        log.take_all();
+    }
+
+    void ask_for(const char* page)
+    {
+        manager().onShowPage(page);
+        EXPECT_TRUE(log.take(page));
+    }
+
+    LogCapture log;
+};
+
+/// Runs the main loop until the program would end. @return false if it has to be ended by force
+bool main_loop_ends()
+{
+    QTimer patience;
+    patience.setSingleShot(true);
+    QObject::connect(&patience, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+    patience.start(20000);
+    return QApplication::exec() == 0;
+}
+
+} // namespace
+
+TEST_F(HelpManagerNotice, IsOneHoweverOftenItIsAskedFor)
+{
+    for (const char* const page : {"TARQ_WELLS", "TARQ_FAULTS", "TARQ_WELLS", "TARQ_MAPS"}) {
+        ask_for(page);
+        ASSERT_EQ(1u, boxes().size());
+        EXPECT_TRUE(boxes()[0]->text().contains(page)) << page;
+    }
+    const QString text = dismiss_box();
+    EXPECT_TRUE(text.contains("TARQ_MAPS"));
+    EXPECT_FALSE(text.contains("TARQ_WELLS"));
+}
+
+TEST_F(HelpManagerNotice, ComesAgainWhenTheUserHasClosedIt)
+{
+    ask_for("TARQ_WELLS");
+    ASSERT_EQ(1u, boxes().size());
+    const QPointer<QMessageBox> first = boxes()[0];
+    first->button(QMessageBox::Ok)->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(first);
+    ask_for("TARQ_FAULTS");
+    EXPECT_TRUE(dismiss_box().contains("TARQ_FAULTS"));
+}
+
+TEST_F(HelpManagerNotice, GoesWithItsWindowAndComesAgain)
+{
+    auto owner = std::make_unique<QWidget>();
+    owner->show();
+    QApplication::setActiveWindow(owner.get());
+    ask_for("TARQ_WELLS");
+    ASSERT_EQ(1u, boxes().size());
+    EXPECT_EQ(owner.get(), boxes()[0]->parentWidget());
+    owner.reset();
+    EXPECT_THAT(boxes(), IsEmpty());
+    ask_for("TARQ_FAULTS");
+    EXPECT_TRUE(dismiss_box().contains("TARQ_FAULTS"));
+}
+
+TEST_F(HelpManagerNotice, KeepsNoProgramRunning)
+{
+    ask_for("TARQ_WELLS");
+    ASSERT_EQ(1u, boxes().size());
+    ASSERT_EQ(nullptr, boxes()[0]->parentWidget()); // nobody takes it along
+    window.show();
+    QTimer::singleShot(0, &window, [this] { window.close(); });
+    EXPECT_TRUE(main_loop_ends());
+    for (const QMessageBox* const p_box : boxes()) {
+        delete p_box;
+    }
+}
+
+TEST_F(HelpManagerNotice, IsNotShownWhereNobodySeesIt)
+{
+    ErrorHandler::show_dialogs(false);
+    ask_for("TARQ_WELLS"); // logged all the same
+    EXPECT_THAT(boxes(), IsEmpty());
+    call("newJIRAIssue"); // which nothing opens
+    EXPECT_TRUE(log.take(HelpManager::issue_form().toString().toStdString()));
+    log.take_all();
+    EXPECT_THAT(boxes(), IsEmpty());
+    ErrorHandler::show_dialogs(true);
+    ask_for("TARQ_FAULTS");
+    EXPECT_TRUE(dismiss_box().contains("TARQ_FAULTS"));
+}
+
+// Where no box can be made at all
+
+TEST(HelpManagerWithoutWidgets, PageIsLogged)
+{
+    std::string name = "test";
+    char* arguments[] = {name.data(), nullptr};
+    int count = 1;
+    const QCoreApplication application(count, arguments);
+    LogCapture log;
+    HelpManager::instance().onShowPage("TARQ_FAULTS");
+    EXPECT_TRUE(log.take("TARQ_FAULTS"));
+    log.take_all();
+    TestAccess::destroy<HelpManager>();
+}
+
+TEST(HelpManagerWithoutWidgets, PageIsLoggedWithoutAnApplicationToo)
+{
+    LogCapture log;
+    HelpManager::instance().onShowPage("TARQ_FAULTS");
+    EXPECT_TRUE(log.take("TARQ_FAULTS"));
+    log.take_all();
+    TestAccess::destroy<HelpManager>();
 }

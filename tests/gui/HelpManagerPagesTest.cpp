@@ -193,6 +193,24 @@ TEST_F(HelpManagerPages, OtherPagesDoNotChangeTheCurrentPath)
     EXPECT_EQ("TARQ_FAULTS", manager().currPath());
 }
 
+TEST_F(HelpManagerPages, LauncherMaySetAnotherPathWhileItShowsAPage)
+{
+    manager().setCurrPath("TARQ_WELLS");
+    factory.on_show_page = [] { manager().setCurrPath("TARQ_FAULTS"); };
+    action(Contents).trigger();
+    EXPECT_THAT(calls(), ElementsAre("TarqHelpful 1.show_page(TARQ_WELLS, inside)"));
+    EXPECT_EQ("TARQ_FAULTS", manager().currPath());
+}
+
+TEST_F(HelpManagerPages, LauncherMayClearThePathWhileItShowsAPage)
+{
+    manager().setCurrPath("TARQ_WELLS");
+    factory.on_show_page = [] { manager().clearCurrPath(); };
+    call("help_contents");
+    EXPECT_THAT(calls(), ElementsAre("TarqHelpful 1.show_page(TARQ_WELLS, outside)"));
+    EXPECT_EQ("TARQ_CONTENTS", manager().currPath());
+}
+
 // The launcher
 
 TEST_F(HelpManagerPages, OneLauncherShowsAllPages)

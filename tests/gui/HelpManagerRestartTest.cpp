@@ -239,6 +239,23 @@ TEST_F(HelpManagerRestart, WindowThatIsGoneIsNotTouched)
     second_process();
 }
 
+TEST_F(HelpManagerRestart, WindowMayGoWhileItIsAsked)
+{
+    class Vanishing : public AbstractMainWindow
+    {
+    public:
+        bool may_close() override
+        {
+            delete this;
+            return true;
+        }
+    };
+    new Vanishing;
+    EXPECT_TRUE(restart());
+    EXPECT_THAT(calls(), ElementsAre("start, loop told to end", "returned"));
+    second_process();
+}
+
 TEST_F(HelpManagerRestart, NeedsNoWindow)
 {
     support::LogCapture log;
@@ -253,7 +270,9 @@ TEST_F(HelpManagerRestart, ProgramThatCannotBeStartedIsLogged)
     const Window window;
     ASSERT_TRUE(QFile::remove(QString::fromStdString(script)));
     support::LogCapture log;
+    testing::internal::CaptureStderr();
     EXPECT_TRUE(restart());
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr(script)); // no window is left
     EXPECT_TRUE(log.take(script));
     EXPECT_FALSE(QFile::exists(QString::fromStdString(file())));
 }

@@ -1,5 +1,8 @@
 #include "PreferencesFixture.h"
 
+#include "support/DialogDriver.h"
+#include "support/LogCapture.h"
+
 #include <gmock/gmock.h>
 
 #include <QtCore/QPointer>
@@ -9,6 +12,7 @@
 #include <QtWidgets/QTabBar>
 
 #include <limits>
+#include <stdexcept>
 
 // What the dialog does with its pages: refresh, apply, change of tabs, and its signal.
 
@@ -247,6 +251,87 @@ TEST_F(PreferencesDialogWithPages, PageMayCloseTheDialogWhileItIsApplied)
     EXPECT_EQ(support::journal().count("b.accept"), 1);
 }
 
+TEST_F(PreferencesDialogWithPages, PageMayEndTheDialogWhileItIsApplied)
+{
+    m_b.on_created = [this](FakePage& page) { page.on_accept = [this] { close_for_good(); }; };
+    show();
+    const QSignalSpy spy(&dialog(), s_signal);
+    apply_button().click();
+    EXPECT_FALSE(m_dialog);
+    EXPECT_EQ(support::journal().count("b.accept"), 1);
+    EXPECT_EQ(support::journal().count("b.destroyed"), 1);
+    EXPECT_EQ(spy.size(), 0); // it was not closed
+}
+
+// Tabs that come and go without the dialog
+
+TEST_F(PreferencesDialogWithPages, PageThatItsHostDeletesIsForgotten)
+{
+    show();
+    delete m_a.newest;
+    EXPECT_THAT(labels(), ElementsAre("b", "c"));
+    steps();
+    dialog().pre_show_dialog();
+    EXPECT_THAT(steps(), ElementsAre("b.aboutToShow", "c.aboutToShow"));
+    dialog().tabChanged(0);
+    EXPECT_THAT(steps(), ElementsAre("b.aboutToShow"));
+    dialog().setTab(1);
+    steps();
+    apply_button().click();
+    EXPECT_THAT(steps(), ElementsAre("c.accept"));
+}
+
+TEST_F(PreferencesDialogWithPages, LastPageThatItsHostDeletesIsForgotten)
+{
+    show();
+    dialog().setTab(2);
+    for (const FakePageFactory* const p_factory : {&m_c, &m_b, &m_a}) {
+        delete p_factory->newest;
+    }
+    steps();
+    dialog().pre_show_dialog();
+    dialog().tabChanged(0);
+    dialog().tabChanged(2);
+    apply_button().click();
+    EXPECT_THAT(steps(), IsEmpty());
+}
+
+TEST_F(PreferencesDialogWithPages, TabOfTheHostThatIsNoPageIsNeitherRefreshedNorApplied)
+{
+    dialog();
+    tabs().insertTab(0, new QWidget, "host");
+    show();
+    const QSignalSpy spy(&dialog(), s_signal);
+    dialog().setTab(0);
+    steps();
+    dialog().tabChanged(0);
+    dialog().pre_show_dialog();
+    EXPECT_THAT(steps(), ElementsAre("a.aboutToShow", "b.aboutToShow", "c.aboutToShow"));
+    apply_button().click();
+    EXPECT_THAT(steps(), IsEmpty());
+    EXPECT_TRUE(dialog().isVisible());
+    close_button().click();
+    EXPECT_EQ(spy.size(), 0); // nothing was applied
+}
+
+TEST_F(PreferencesDialogWithPages, PagesBehindATabOfTheHostAreTheirOwn)
+{
+    dialog();
+    tabs().insertTab(0, new QWidget, "host");
+    tabs().addTab(new QWidget, "host too");
+    show();
+    dialog().setTab(0);
+    steps();
+    dialog().setTab(2);
+    EXPECT_THAT(steps(), UnorderedElementsAre("b.aboutToShow", "b.shown"));
+    apply_button().click();
+    EXPECT_THAT(steps(), ElementsAre("b.accept"));
+    dialog().tabChanged(3);
+    EXPECT_THAT(steps(), ElementsAre("c.aboutToShow"));
+    dialog().tabChanged(4);
+    EXPECT_THAT(steps(), IsEmpty());
+}
+
 // The signal
 
 TEST_F(PreferencesDialogWithPages, SignalComesWhenTheDialogIsClosedAfterApplying)
@@ -299,6 +384,45 @@ TEST_F(PreferencesDialogWithPages, NoSignalWhenNothingWasAppliedThisTime)
     show();
     close_button().click();
     EXPECT_EQ(spy.size(), 1);
+}
+
+TEST_F(PreferencesDialogWithPages, SignalOfAPageThatClosesTheDialogComesOnceWhenItHasApplied)
+{
+    m_b.on_created = [this](FakePage& page) {
+        page.on_accept = [this] {
+            dialog().close();
+            support::journal().add("b.applied");
+        };
+    };
+    show();
+    QObject::connect(&dialog(), &gui::PreferencesDialog::accepted_signal, &dialog(),
+        [] { support::journal().add("signal"); });
+    steps();
+    apply_button().click();
+    EXPECT_THAT(steps(), ElementsAre("b.accept", "b.applied", "signal"));
+    EXPECT_EQ(dialog().result(), QDialog::Accepted);
+    show();
+    close_button().click();
+    EXPECT_EQ(support::journal().count("signal"), 0);
+}
+
+TEST_F(PreferencesDialogWithPages, NoSignalOfAPageThatClosesTheDialogAndFails)
+{
+    m_b.on_created = [this](FakePage& page) {
+        page.on_accept = [this] {
+            dialog().close();
+            throw std::runtime_error("disk is full");
+        };
+    };
+    show();
+    const QSignalSpy spy(&dialog(), s_signal);
+    support::LogCapture log;
+    support::DialogDriver dialogs;
+    dialogs.cancel();
+    apply_button().click();
+    EXPECT_TRUE(log.take("disk is full"));
+    log.take_all();
+    EXPECT_EQ(spy.size(), 0);
 }
 
 TEST_F(PreferencesDialogWithPages, NoSignalWhenTheWindowSystemHidesTheDialog)

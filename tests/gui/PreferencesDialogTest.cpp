@@ -201,6 +201,16 @@ TEST_F(PreferencesDialog, WorksWithoutPages)
     EXPECT_THAT(steps(), IsEmpty());
 }
 
+TEST_F(PreferencesDialog, SendsNoSignalWithoutPages)
+{
+    show();
+    const QSignalSpy spy(&dialog(), SIGNAL(accepted_signal()));
+    apply_button().click();
+    EXPECT_EQ(dialog().result(), QDialog::Accepted);
+    close_button().click();
+    EXPECT_EQ(spy.size(), 0); // nothing was applied
+}
+
 // The pages
 
 TEST_F(PreferencesDialog, HasAPageOfEachProduct)

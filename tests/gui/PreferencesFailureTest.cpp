@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QTranslator>
 #include <QtTest/QSignalSpy>
 
 #include <stdexcept>
@@ -33,6 +34,20 @@ void throw_unknown()
 {
     throw 42;
 }
+
+/// Another language: the texts of the dialog with a mark.
+class Translator : public QTranslator
+{
+public:
+    Translator() { QCoreApplication::installTranslator(this); }
+    ~Translator() override { QCoreApplication::removeTranslator(this); }
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        const bool is_ours = QString(context) == "tarqa::housekeeping::gui::PreferencesDialog";
+        return is_ours ? "<T>" + QString(text) : QString();
+    }
+};
 
 bool logged_something(LogCapture& log)
 {
@@ -200,6 +215,42 @@ TEST_F(PreferencesDialogThatMeetsFailures, AnythingElseThatAPageThrowsIsLoggedAn
     EXPECT_EQ(dialogs.shown().size(), 1U);
     EXPECT_TRUE(logged_something(log));
     EXPECT_TRUE(dialog().isVisible());
+}
+
+TEST_F(PreferencesDialogThatMeetsFailures, AnythingElseIsShownInTheUsersLanguage)
+{
+    const Translator translator;
+    m_failing.on_created = [](FakePage& page) { page.on_accept = &throw_unknown; };
+    show();
+    LogCapture log;
+    DialogDriver dialogs;
+    dialogs.cancel();
+    apply_button().click();
+    ASSERT_EQ(dialogs.shown().size(), 1U);
+    EXPECT_EQ(dialogs.shown().front().title, "<T>Preferences");
+    EXPECT_EQ(dialogs.shown().front().text, "<T>The page failed for an unknown reason.");
+    log.take_all();
+}
+
+TEST_F(PreferencesDialogThatMeetsFailures, PageMayEndTheDialogAndFail)
+{
+    for (const auto fail : {&throw_std, &throw_tarqa, &throw_unknown}) {
+        m_failing.on_created = [this, fail](FakePage& page) {
+            page.on_accept = [this, fail] {
+                close_for_good();
+                fail();
+            };
+        };
+        show();
+        LogCapture log;
+        DialogDriver dialogs;
+        dialogs.cancel();
+        apply_button().click();
+        EXPECT_FALSE(m_dialog);
+        ASSERT_EQ(dialogs.shown().size(), 1U);
+        EXPECT_EQ(dialogs.shown().front().title, "Preferences");
+        EXPECT_TRUE(logged_something(log));
+    }
 }
 
 TEST_F(PreferencesDialogThatMeetsFailures, NoSignalWhenNothingCouldBeApplied)

@@ -20,7 +20,8 @@ FakePage::~FakePage()
     journal().add(m_name + ".destroyed");
 }
 
-void FakePage::step(const std::string& entry, const Step& action)
+/// With a copy of the action, which may end the page.
+void FakePage::step(const std::string& entry, Step action)
 {
     journal().add(m_name + "." + entry);
     if (action) {

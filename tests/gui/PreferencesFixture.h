@@ -46,7 +46,7 @@ protected:
     void showEvent(QShowEvent* p_event) override;
 
 private:
-    void step(const std::string& entry, const Step& action);
+    void step(const std::string& entry, Step action);
 
     std::string m_name;
 };

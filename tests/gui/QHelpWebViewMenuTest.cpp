@@ -87,10 +87,11 @@ struct ShownDialog
 class QHelpWebViewPrint : public WebViewFixture
 {
 protected:
-    /// Answers the next dialog; what is printed then goes into a file.
-    void answer(DialogDriver& dialogs, QDialog::DialogCode code)
+    /// Answers the next dialog, after @p meanwhile; what is printed then goes into a file.
+    void answer(
+        DialogDriver& dialogs, QDialog::DialogCode code, const std::function<void()>& meanwhile = [] {})
     {
-        dialogs.answer([this, code](QDialog& dialog) {
+        dialogs.answer([this, code, meanwhile](QDialog& dialog) {
             auto* const p_dialog = qobject_cast<QPrintDialog*>(&dialog);
             shown.is_print_dialog = p_dialog;
             shown.modal = dialog.isModal();
@@ -99,6 +100,7 @@ protected:
                 p_dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
                 p_dialog->printer()->setOutputFileName(path("printed.pdf"));
             }
+            meanwhile();
             dialog.done(code);
         });
     }
@@ -331,6 +333,25 @@ TEST_F(QHelpWebViewPrint, PrintsNothingWhenTheViewGoesMeanwhile)
     print(&main_frame());
     EXPECT_EQ(1u, dialogs.shown().size());
     EXPECT_EQ(-1, printed_pages());
+}
+
+TEST_F(QHelpWebViewPrint, PrintsNothingWhenTheFrameGoesMeanwhile)
+{
+    write("topic.html", "the topic");
+    open_page("<iframe id='frame' name='topic' src='topic.html'></iframe>");
+    const QPointer<QWebFrame> topic = frame("topic");
+    ASSERT_TRUE(topic);
+    DialogDriver dialogs;
+    answer(dialogs, QDialog::Accepted, [this] {
+        main_frame().evaluateJavaScript("document.body.removeChild(document.getElementById('frame'))");
+    });
+    print(topic);
+    EXPECT_EQ(1u, dialogs.shown().size());
+    EXPECT_FALSE(topic);
+    EXPECT_EQ(-1, printed_pages());
+    answer(dialogs, QDialog::Accepted); // and the rest can be printed still
+    print(&main_frame());
+    EXPECT_EQ(1, printed_pages());
 }
 
 TEST_F(QHelpWebViewPrint, PagesMayAskForIt)

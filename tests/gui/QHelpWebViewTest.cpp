@@ -5,6 +5,7 @@
 
 #include <pkBaseQt/pkProductInfo.h>
 
+#include <QtCore/QDir>
 #include <QtTest/QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -63,6 +64,18 @@ TEST_F(QHelpWebViewBasics, ShowsTheLocalFile)
         QString::fromUtf8(u8"Willkommen, größte Übersicht")));
     EXPECT_EQ(url(QString::fromUtf8(u8"Übersicht & mehr+%20.html")), view->url());
     EXPECT_EQ(QString::fromUtf8(u8"Willkommen, größte Übersicht"), text());
+}
+
+TEST_F(QHelpWebViewBasics, PathMayBeRelative)
+{
+    write("index.html", "Welcome");
+    write("pages/index.html", "another page");
+    ASSERT_TRUE(QDir::setCurrent(directory()));
+    open("index.html");
+    EXPECT_EQ(url("index.html"), view->url());
+    EXPECT_EQ("Welcome", text());
+    open("pages/../pages/./index.html");
+    EXPECT_EQ("another page", text());
 }
 
 TEST_F(QHelpWebViewBasics, TitleNamesTheProduct)

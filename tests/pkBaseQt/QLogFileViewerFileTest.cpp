@@ -211,6 +211,25 @@ TEST_F(QLogFileViewer, FileWrittenAnewAndLongerIsShownFromItsBeginning)
     EXPECT_EQ(text(), "other\nand longer\n");
 }
 
+TEST_F(QLogFileViewer, AnotherLongerFileWithTheSameBeginningIsShownFromItsBeginning)
+{
+    const QByteArray head = numbered(600);
+    view(head + "first\n");
+    replace(head + "other\nand longer\n");
+    viewer().refresh();
+    EXPECT_EQ(viewer().text().toUtf8(), head + "other\nand longer\n");
+}
+
+TEST_F(QLogFileViewer, FileWithTheSameBeginningThatWasAppendedToIsShownFromItsBeginning)
+{
+    const QByteArray head = numbered(600);
+    view(head);
+    refresh_after("first\n"); // what tells the next one apart came later
+    replace(head + "other\nand longer\n");
+    viewer().refresh();
+    EXPECT_EQ(viewer().text().toUtf8(), head + "other\nand longer\n");
+}
+
 TEST_F(QLogFileViewer, AnotherPathShowsAnotherFile)
 {
     view("first\n");
@@ -262,6 +281,22 @@ TEST_F(QLogFileViewer, DirectoryInPlaceOfTheFileKeepsWhatWasRead)
     EXPECT_NE(remarks(), before);
 }
 
+TEST_F(QLogFileViewer, PipeIsNotWaitedFor)
+{
+    view("first\n");
+    const QString before = remarks();
+    QFile::remove(path());
+    ASSERT_EQ(::mkfifo(path().toLocal8Bit().constData(), 0600), 0);
+    ::alarm(60); // ends the test that waits all the same
+    viewer().refresh();
+    EXPECT_EQ(text(), "first\n");
+    EXPECT_NE(remarks(), before);
+    viewer().setPath(path()); // as a file of its own
+    show();
+    ::alarm(0);
+    EXPECT_EQ(text(), "");
+}
+
 TEST_F(QLogFileViewer, LinkThatLeadsNowhereShowsNothing)
 {
     ASSERT_TRUE(QFile::link(path("missing.log"), path()));
@@ -306,6 +341,17 @@ TEST_F(QLogFileViewer, CharacterThatIsWrittenInTwoPartsIsShownWhole)
     refresh_after("\x9f");
     refresh_after("\x98\x80 end");
     EXPECT_EQ(text(), "Gel\xc3\xa4nde \xe2\x82\xac \xf0\x9f\x98\x80 end");
+}
+
+TEST_F(QLogFileViewer, LineEndThatIsWrittenInTwoPartsIsOne)
+{
+    view("first\r");
+    viewer().refresh();
+    refresh_after("\nsecond\r");
+    viewer().refresh();
+    refresh_after("\n\r");
+    refresh_after("\n");
+    EXPECT_EQ(text(), "first\nsecond\n\n");
 }
 
 TEST_F(QLogFileViewer, HalfACharacterOfAnOldFileIsForgotten)

@@ -1,6 +1,10 @@
 #include "LogViewerFixture.h"
 
 #include <QtGui/QClipboard>
+#include <QtGui/QTextBlock>
+
+#include <utility>
+#include <vector>
 
 // Finding, copying and the place that is shown while the file grows.
 
@@ -9,6 +13,35 @@ namespace {
 QString clipboard()
 {
     return QApplication::clipboard()->text();
+}
+
+/// The numbers of the lines in which something is marked.
+std::vector<int> marked_lines(const QPlainTextEdit& edit)
+{
+    std::vector<int> marked;
+    for (const QTextEdit::ExtraSelection& mark : edit.extraSelections()) {
+        marked.push_back(mark.cursor.blockNumber());
+    }
+    return marked;
+}
+
+/// The numbers of the first line on the screen and of the last one that is there in part.
+std::pair<int, int> lines_on_the_screen(const QPlainTextEdit& edit)
+{
+    const QRect screen = edit.viewport()->rect();
+    return {edit.cursorForPosition(screen.topLeft()).blockNumber(),
+        edit.cursorForPosition(screen.bottomRight()).blockNumber()};
+}
+
+/// Whether a text that is in each line is marked in those on the screen, and nowhere else.
+void expect_marks_on_the_screen(const QPlainTextEdit& edit)
+{
+    const std::vector<int> marked = marked_lines(edit);
+    const auto [first, last] = lines_on_the_screen(edit);
+    ASSERT_FALSE(marked.empty());
+    EXPECT_EQ(marked.front(), first);
+    EXPECT_GE(marked.back(), last - 1); // at least up to the last whole one
+    EXPECT_LE(marked.back(), last);
 }
 
 } // namespace
@@ -78,6 +111,37 @@ TEST_F(QLogFileViewer, TextThatIsNotThereIsRemarkedAndSelectsNothing)
     search_line().setText("beta");
     viewer().find_next();
     EXPECT_EQ(selection(), "beta");
+    EXPECT_EQ(remarks(), before);
+}
+
+TEST_F(QLogFileViewer, TextThatIsNotThereMovesNothing)
+{
+    view("needle\n" + lines(0, 500));
+    show();
+    search_line().setText("needle");
+    viewer().find_next();
+    ASSERT_EQ(selection(), "needle");
+    QScrollBar& bar = *edit().verticalScrollBar();
+    bar.setValue(200); // the user has scrolled on
+    search_line().setText("delta");
+    viewer().find_next();
+    EXPECT_EQ(bar.value(), 200);
+    EXPECT_EQ(selection(), "needle");
+    viewer().find_previous();
+    EXPECT_EQ(bar.value(), 200);
+    EXPECT_EQ(selection(), "needle");
+    EXPECT_EQ(begin_of_selection(), 0);
+}
+
+TEST_F(QLogFileViewer, AnotherTextToFindTakesTheRemarkAway)
+{
+    view("alpha beta\n");
+    show();
+    const QString before = remarks();
+    search_line().setText("delta");
+    viewer().find_next();
+    ASSERT_NE(remarks(), before);
+    QTest::keyClicks(&search_line(), "x");
     EXPECT_EQ(remarks(), before);
 }
 
@@ -183,6 +247,31 @@ TEST_F(QLogFileViewer, MarksGoWithTheSearchedText)
     search_line().setText("delta");
     viewer().find_next();
     EXPECT_TRUE(edit().extraSelections().isEmpty());
+}
+
+TEST_F(QLogFileViewer, MarksFollowTheScrolling)
+{
+    view(lines(0, 500));
+    show();
+    QScrollBar& bar = *edit().verticalScrollBar();
+    search_line().setText("line");
+    for (const int place : {0, 200, bar.maximum(), 100}) {
+        bar.setValue(place);
+        expect_marks_on_the_screen(edit());
+    }
+}
+
+TEST_F(QLogFileViewer, MarksFollowTheTextThatComes)
+{
+    view("alpha beta\n");
+    show();
+    search_line().setText("beta");
+    ASSERT_EQ(marked_lines(edit()), std::vector<int>({0}));
+    refresh_after("gamma\nbeta\n"); // which fits, so that nothing is scrolled
+    EXPECT_EQ(marked_lines(edit()), std::vector<int>({0, 2}));
+    replace("beta gamma\nbeta\n");
+    viewer().refresh();
+    EXPECT_EQ(marked_lines(edit()), std::vector<int>({0, 1}));
 }
 
 TEST_F(QLogFileViewer, FoundPlaceIsBroughtIntoView)
@@ -345,4 +434,43 @@ TEST_F(QLogFileViewer, UnchangedFileLeavesThePlace)
     viewer().refresh();
     viewer().refresh();
     EXPECT_EQ(bar.value(), 100);
+}
+
+TEST_F(QLogFileViewer, AnotherFileIsShownFromItsTopToWhoeverReadsFurtherUp)
+{
+    view(lines(0, 500));
+    show();
+    QScrollBar& bar = *edit().verticalScrollBar();
+    bar.setValue(100);
+    replace("other\n" + lines(0, 800));
+    viewer().refresh();
+    ASSERT_GT(bar.maximum(), 100);
+    EXPECT_EQ(bar.value(), 0);
+}
+
+TEST_F(QLogFileViewer, AnotherFileIsShownAtItsEndToWhoeverWasAtTheEnd)
+{
+    view(lines(0, 500));
+    show();
+    QScrollBar& bar = *edit().verticalScrollBar();
+    ASSERT_EQ(bar.value(), bar.maximum());
+    replace("other\n" + lines(0, 800));
+    viewer().refresh();
+    ASSERT_GT(bar.maximum(), 0);
+    EXPECT_EQ(bar.value(), bar.maximum());
+}
+
+TEST_F(QLogFileViewer, CutOfAVeryLargeFileKeepsWhoeverWasAtTheEndThere)
+{
+    QByteArray half;
+    for (qint64 i = 0; half.size() < Viewer::longest_text; ++i) {
+        half += "a longer line of the log, number " + QByteArray::number(i) + '\n';
+    }
+    view(half);
+    show();
+    QScrollBar& bar = *edit().verticalScrollBar();
+    refresh_after(half);
+    refresh_after(half); // begins anew
+    ASSERT_FALSE(viewer().text().startsWith("a longer line"));
+    EXPECT_EQ(bar.value(), bar.maximum());
 }

@@ -1,6 +1,7 @@
 #include "LogViewerFixture.h"
 
 #include <QtCore/QTimer>
+#include <QtGui/QHideEvent>
 
 #include <algorithm>
 #include <type_traits>
@@ -171,6 +172,59 @@ TEST_F(QLogFileViewer, WindowMayBeUsedAgainAfterItWasClosed)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_FALSE(p_viewer.isNull());
     EXPECT_EQ(&viewer(), p_viewer.data());
+}
+
+TEST_F(QLogFileViewer, PresentingShowsWhatTheFileHoldsNow)
+{
+    view("first\n");
+    show();
+    append("second\n");
+    viewer().present();
+    EXPECT_EQ(text(), "first\nsecond\n");
+}
+
+TEST_F(QLogFileViewer, MinimisedWindowIsPresentedAgain)
+{
+    view("first\n");
+    viewer().showMinimized();
+    ASSERT_TRUE(viewer().isMinimized());
+    append("second\n");
+    viewer().present();
+    EXPECT_FALSE(viewer().isMinimized());
+    EXPECT_TRUE(viewer().isVisible());
+    EXPECT_EQ(text(), "first\nsecond\n");
+}
+
+TEST_F(QLogFileViewer, HidingBeforeItIsFirstShownDoesNothing)
+{
+    viewer().hide();
+    viewer().close();
+    QHideEvent hidden; // by the window system
+    QCoreApplication::sendEvent(&viewer(), &hidden);
+    EXPECT_FALSE(viewer().isVisible());
+    EXPECT_FALSE(looks_by_itself(viewer()));
+    write("first\n");
+    viewer().setPath(path());
+    viewer().present();
+    EXPECT_EQ(text(), "first\n");
+    EXPECT_TRUE(looks_by_itself(viewer()));
+}
+
+TEST_F(QLogFileViewer, SizeOfTheHostIsKept)
+{
+    viewer().resize(777, 333);
+    viewer().refresh(); // the window is built by now
+    EXPECT_EQ(viewer().size(), QSize(777, 333));
+    viewer().show();
+    EXPECT_EQ(viewer().size(), QSize(777, 333));
+}
+
+TEST_F(QLogFileViewer, HasASizeOfItsOwnWithoutTheHosts)
+{
+    const QSize of_any_widget = QWidget().size();
+    viewer().show();
+    EXPECT_NE(viewer().size(), of_any_widget);
+    EXPECT_GE(viewer().width(), 600); // a line of the log fits
 }
 
 TEST_F(QLogFileViewer, EscapeCloses)

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
 #include <QtCore/QUrl>
@@ -43,6 +44,35 @@ public:
 
 public slots:
     void open(const QUrl& url) { opened.append(url.toString()); }
+};
+
+/// What happens to windows, in order.
+class Steps : public QObject
+{
+public:
+    void watch(QWidget& window, const QString& name)
+    {
+        window.setObjectName(name);
+        window.installEventFilter(this);
+    }
+    bool eventFilter(QObject* p_window, QEvent* p_event) override
+    {
+        switch (p_event->type()) {
+        case QEvent::Hide:
+            taken.append(p_window->objectName() + " closed");
+            break;
+        case QEvent::Show:
+        case QEvent::WindowActivate:
+        case QEvent::ZOrderChange:
+            taken.append(p_window->objectName() + " shown or activated");
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+
+    QStringList taken;
 };
 
 /// A product, a page about it and a log file.
@@ -128,6 +158,48 @@ TEST_F(QPKAboutBox, ShowsThePage)
     const pkBase::QPKAboutBox box(m_page);
     EXPECT_EQ(page_text(box), QString::fromUtf8("About us\nGel\xc3\xa4nde"));
     EXPECT_TRUE(box.findChild<QTextBrowser*>()->isReadOnly());
+}
+
+TEST_F(QPKAboutBox, PathOfThePageMayHoldWhatIsSpecialInAnAddress)
+{
+    for (const char* const name : {"100%.htm", "a#b.htm", "a?b.htm", "a%20b.htm", "%23#?&+ ;:.htm"}) {
+        write(scratch(name), "<p>the page</p><a href=\"#end\">to the end</a><a name=\"end\">end</a>");
+        pkBase::QPKAboutBox box(scratch(name));
+        EXPECT_TRUE(page_text(box).startsWith("the page")) << name;
+        const Outside outside;
+        click_link(box, "to the end"); // which is in the page
+        EXPECT_EQ(outside.opened, QStringList()) << name;
+    }
+}
+
+TEST_F(QPKAboutBox, LinksOfAPageWithAnOddPathLeadToItsNeighbours)
+{
+    write(scratch("100% #1?.htm"), "<a href=\"licence.txt\">to the licence</a>");
+    const Outside outside;
+    pkBase::QPKAboutBox box(scratch("100% #1?.htm"));
+    click_link(box, "to the licence");
+    EXPECT_EQ(outside.opened, QStringList(QUrl::fromLocalFile(scratch("licence.txt")).toString()));
+}
+
+TEST_F(QPKAboutBox, PathOfACompiledInPageMayHoldWhatIsSpecialInAnAddress)
+{
+    for (const char* const name : {":/pages/plain.htm", ":/pages/100% #1 a?b.htm", ":/pages/a%20b.htm"}) {
+        ASSERT_TRUE(QFile::exists(name)) << name;
+        const pkBase::QPKAboutBox box(name);
+        EXPECT_EQ(page_text(box).trimmed(), "A compiled-in page") << name;
+    }
+}
+
+TEST_F(QPKAboutBox, PathOfThePageMayBeRelative)
+{
+    ASSERT_TRUE(QDir::setCurrent(scratch(".")));
+    write("page.htm", "<a href=\"licence.txt\">to the licence</a>");
+    const Outside outside;
+    pkBase::QPKAboutBox box("page.htm");
+    EXPECT_EQ(page_text(box), "to the licence");
+    ASSERT_TRUE(QDir::setCurrent("/")); // the program goes elsewhere meanwhile
+    click_link(box, "to the licence");
+    EXPECT_EQ(outside.opened, QStringList(QUrl::fromLocalFile(scratch("licence.txt")).toString()));
 }
 
 TEST_F(QPKAboutBox, PageThatCannotBeReadIsNamedInItsPlace)
@@ -252,6 +324,23 @@ TEST_F(QPKAboutBox, ButtonShowsTheLogOverAModalBox)
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
+TEST_F(QPKAboutBox, ViewerComesWhenTheBoxHasClosed)
+{
+    pkBase::QLogFileViewer& viewer = pkBase::QLogFileViewer::instance();
+    for (const bool is_open_already : {false, true}) {
+        viewer.setVisible(is_open_already);
+        pkBase::QPKAboutBox box(m_page, nullptr, m_log);
+        box.show();
+        Steps steps;
+        steps.watch(box, "box");
+        steps.watch(viewer, "viewer");
+        box.show_log_file();
+        EXPECT_TRUE(viewer.isVisible());
+        EXPECT_EQ(steps.taken.value(0), "box closed");
+        EXPECT_TRUE(steps.taken.mid(1).contains("viewer shown or activated")) << is_open_already;
+    }
+}
+
 TEST_F(QPKAboutBox, ViewerOfAnotherFileShowsThisLog)
 {
     write(scratch("other.log"), "other\n");
@@ -301,6 +390,29 @@ TEST_F(QPKAboutBox, LinkIntoThePageOpensNothingOutside)
     EXPECT_EQ(page_text(box), before);
 }
 
+TEST_F(QPKAboutBox, LinkThatNothingOpensIsNamed)
+{
+    write(m_page, "<a href=\"http://tarq.example/a?b=c\">a link</a>");
+    pkBase::QPKAboutBox box(m_page);
+    EXPECT_EQ(label_with(box, "http://tarq.example"), nullptr);
+    click_link(box, "a link"); // this platform opens nothing of its own accord
+    const QLabel* const p_remark = label_with(box, "http://tarq.example/a?b=c");
+    ASSERT_NE(p_remark, nullptr) << labels(box).toStdString();
+    EXPECT_TRUE(p_remark->isVisible());
+    EXPECT_TRUE(p_remark->textInteractionFlags() & Qt::TextSelectableByMouse);
+    EXPECT_TRUE(box.isVisible());
+}
+
+TEST_F(QPKAboutBox, LinkThatIsOpenedIsNotNamed)
+{
+    write(m_page, "<a href=\"http://tarq.example/a?b=c\">a link</a>");
+    const Outside outside;
+    pkBase::QPKAboutBox box(m_page);
+    click_link(box, "a link");
+    EXPECT_EQ(outside.opened.size(), 1);
+    EXPECT_EQ(label_with(box, "http://tarq.example"), nullptr);
+}
+
 TEST_F(QPKAboutBox, TextBesideLinksOpensNothing)
 {
     write(m_page, "<p>plain words</p><a href=\"http://tarq.example/\">a link</a>");
@@ -323,6 +435,24 @@ TEST_F(QPKAboutBox, ClosesByEscapeAndByItsButton)
         }
     }
     EXPECT_FALSE(box.isVisible());
+}
+
+TEST_F(QPKAboutBox, NameOfTheProductStandsOut)
+{
+    QFont small;
+    small.setPointSize(8);
+    QApplication::setFont(small);
+    const pkBase::QPKAboutBox box(m_page);
+    EXPECT_EQ(box.findChild<QLabel*>("product")->font().pointSize(), 12);
+}
+
+TEST_F(QPKAboutBox, NameOfTheProductStandsOutInAFontThatIsSizedInPixels)
+{
+    QFont small;
+    small.setPixelSize(20);
+    QApplication::setFont(small);
+    const pkBase::QPKAboutBox box(m_page);
+    EXPECT_EQ(box.findChild<QLabel*>("product")->font().pixelSize(), 30);
 }
 
 TEST_F(QPKAboutBox, TakesAParentAndHasATitle)

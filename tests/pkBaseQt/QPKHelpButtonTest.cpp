@@ -8,6 +8,9 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
+#include <memory>
+#include <vector>
+
 using pkBase::pkProductInfo;
 
 /// Hears what the button asks for.
@@ -109,4 +112,36 @@ TEST_F(QPKHelpButton, SeveralButtonsOpenTheirOwnKeys)
     two.click();
     one.click();
     EXPECT_EQ(asked_for(), QStringList({"TARQ_TWO", "TARQ_ONE"}));
+}
+
+TEST_F(QPKHelpButton, MayGoWhileItsPageIsShown)
+{
+    auto button = std::make_unique<pkBase::QPKHelpButton>("TARQ_KEY");
+    std::vector<char> in_its_place;
+    QObject receiver;
+    QString shown;
+    QObject::connect(&pkProductInfo::instance(), &pkProductInfo::openHelp, &receiver, [&] {
+        button.reset();
+        in_its_place.assign(sizeof(pkBase::QPKHelpButton), 'x');
+    });
+    QObject::connect(&pkProductInfo::instance(), &pkProductInfo::openHelp, &receiver,
+        [&](const QString& key) { shown = key; }); // the next who hears it
+    button->click();
+    EXPECT_FALSE(button);
+    EXPECT_EQ(shown, "TARQ_KEY");
+    EXPECT_EQ(asked_for(), QStringList("TARQ_KEY"));
+}
+
+TEST_F(QPKHelpButton, MayGetAnotherKeyWhileItsPageIsShown)
+{
+    pkBase::QPKHelpButton button("TARQ_KEY");
+    QObject receiver;
+    QStringList shown;
+    QObject::connect(&pkProductInfo::instance(), &pkProductInfo::openHelp, &receiver,
+        [&] { button.setHelpKey("TARQ_NEXT"); });
+    QObject::connect(&pkProductInfo::instance(), &pkProductInfo::openHelp, &receiver,
+        [&](const QString& key) { shown.append(key); });
+    button.click();
+    button.click();
+    EXPECT_EQ(shown, QStringList({"TARQ_KEY", "TARQ_NEXT"}));
 }
