@@ -1,6 +1,6 @@
 #include "commands/CleanUpCommand.h"
 #include "CommandFixture.h"
-#include "commands/TerrainCommand.h"
+#include "commands/RasterCommand.h"
 #include "documents/RasterInformation.h"
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"

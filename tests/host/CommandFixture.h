@@ -31,6 +31,8 @@ terrain::Raster mixed_raster(int columns, int rows);
 terrain::TerrainDocument& make_document(terrain::Raster raster);
 /// The cells of a document, bit by bit.
 std::vector<unsigned long long> bits(const terrain::TerrainDocument& document);
+/// The same, with the size and the place on the Earth in front.
+std::vector<unsigned long long> all_bits(const terrain::TerrainDocument& document);
 /// As bits(), of heights.
 std::vector<unsigned long long> bits(const std::vector<double>& cells);
 
@@ -60,9 +62,9 @@ void undo(const terrain::TerrainDocument& document);
 void redo(const terrain::TerrainDocument& document);
 
 /**
- * Does, undoes and redoes a command, twice over, and expects exactly the same cells each time; then cancels a
- * do run at each of its reports, one after the other, and expects the cells untouched; and a redo after that
- * as before.
+ * Does, undoes and redoes a command, twice over, and expects exactly the same raster each time; then cancels
+ * a do run at each of its reports, one after the other, and expects the raster untouched; and a redo after
+ * that as before.
  * @param make_command a new command for a document
  */
 void expect_exact_history(const terrain::Raster& raster,

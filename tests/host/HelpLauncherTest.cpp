@@ -155,5 +155,5 @@ TEST_F(HelpOfMainWindow, TheShortcutsAreThoseOfTheCurrentDocument)
     const ShownHelp shown(*p_help);
     shown.expect_page("keyboard-shortcuts.html");
     shown.expect_text("What is possible with a, the raster that is on top");
-    shown.expect_text("Write the raster as GeoTIFF");
+    shown.expect_text("Write the raster or its contour lines to a file");
 }

@@ -1,5 +1,6 @@
 #include "views/HillShade.h"
 #include "CommandFixture.h"
+#include "HeightsOf.h"
 #include "RasterFiles.h"
 #include "documents/Raster.h"
 #include "io/ReferenceSystem.h"
@@ -8,7 +9,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 #include <set>
 
@@ -18,17 +18,6 @@ using terrain::HillShade;
 using terrain::Raster;
 
 namespace {
-
-Raster raster_of(int columns, int rows, const std::function<double(int column, int row)>& height)
-{
-    std::vector<double> cells;
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            cells.push_back(height(column, row));
-        }
-    }
-    return make_raster(columns, rows, cells);
-}
 
 QImage picture_of(const Raster& raster)
 {

@@ -297,7 +297,7 @@ TEST_F(MainWindowTest, AnExportThatFailsIsShownInABox)
     DialogDriver dialogs;
     dialogs.click(QMessageBox::Ok).click(QMessageBox::Ok);
     EXPECT_FALSE(window->write_export(QString::fromStdString(scratch("out.png"))));
-    EXPECT_TRUE(dialogs.shown().at(0).text.contains("must end in \".tif\""));
+    EXPECT_TRUE(dialogs.shown().at(0).text.contains("must end in one of \".tif\" (GeoTIFF)"));
     EXPECT_FALSE(window->write_export(QString::fromStdString(scratch("nowhere/out.tif"))));
     EXPECT_EQ(dialogs.shown().at(1).title, "Export");
     EXPECT_FALSE(std::filesystem::exists(scratch("out.png")));

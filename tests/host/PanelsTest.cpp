@@ -73,7 +73,7 @@ protected:
     }
 };
 
-const QStringList s_all = {"Home", "Quick Help", "History"};
+const QStringList s_all = {"Home", "Quick Help", "History", "Statistics", "Layers"};
 
 } // namespace
 
@@ -84,6 +84,13 @@ TEST_F(PanelsTest, BeginWithHomeInFront)
     EXPECT_FALSE(window->quick_help().isVisible());
     EXPECT_EQ(window->home().documents().count(), 0);
     EXPECT_FALSE(window->home().documents().isVisible()) << "a text says that there is none";
+}
+
+TEST_F(PanelsTest, HaveTitlesThatMakeTheWayToAWindowAndBack)
+{
+    for (const QString& title : tabs()) {
+        EXPECT_FALSE(title.isEmpty() || title.contains('/') || title.contains('&')) << title.toStdString();
+    }
 }
 
 TEST_F(PanelsTest, AClickOnATabShowsItsPanel)
@@ -98,7 +105,7 @@ TEST_F(PanelsTest, AClickOnATabShowsItsPanel)
 TEST_F(PanelsTest, ATabThatIsDraggedAwayFloats)
 {
     drag_tab("Quick Help", {20, 200});
-    EXPECT_EQ(tabs(), (QStringList{"Home", "History"}));
+    EXPECT_EQ(tabs(), (QStringList{"Home", "History", "Statistics", "Layers"}));
     EXPECT_TRUE(floats(window->quick_help()));
     EXPECT_TRUE(window->quick_help().isVisible());
     EXPECT_EQ(window->quick_help().window()->windowTitle(), "Quick Help");
@@ -108,7 +115,7 @@ TEST_F(PanelsTest, AFloatingPanelComesBackWhenItsWindowIsClosed)
 {
     drag_tab("Quick Help", {20, 200});
     window->quick_help().window()->close();
-    EXPECT_EQ(tabs(), (QStringList{"Home", "History", "Quick Help"}));
+    EXPECT_EQ(tabs(), (QStringList{"Home", "History", "Statistics", "Layers", "Quick Help"}));
     EXPECT_FALSE(floats(window->quick_help()));
     EXPECT_TRUE(window->quick_help().isVisible()) << "it is the one in front";
     drag_tab("Quick Help", {20, 200}); // and again
@@ -127,7 +134,7 @@ TEST_F(PanelsTest, ATabThatIsDraggedALittleOrAlongTheBarStays)
     drag_tab("History", {0, 4});
     EXPECT_EQ(tabs(), s_all);
     drag_tab("History", {-150, 0});
-    EXPECT_EQ(tabs().size(), 3);
+    EXPECT_EQ(tabs().size(), s_all.size());
     EXPECT_FALSE(floats(window->history()));
 }
 

@@ -79,11 +79,12 @@ protected:
         return view;
     }
 
-    /// So near that each pixel of the picture can be seen.
+    /// So near that each pixel of the picture can be seen, and no nearer: there the cells themselves would
+    /// be.
     std::unique_ptr<TerrainView> make_near_view(const terrain::Raster& raster)
     {
         auto view = make_view(raster);
-        view->zoom(1e9, s_middle);
+        view->zoom(1 / (view->scale() * view->picture().shade().cells_per_pixel()), s_middle);
         return view;
     }
 

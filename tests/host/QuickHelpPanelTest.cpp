@@ -86,7 +86,8 @@ TEST_F(QuickHelpTableTest, NoTwoDeedsShareAKey)
 TEST_F(QuickHelpTableTest, TheMouseIsTheCurrentTool)
 {
     EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool),
-        (QStringList{"LMB: Drag to move the map", "Wheel: Zoom at the pointer"}));
+        (QStringList{"LMB: Drag to move the map", "LMB: Click for the profile through a cell",
+            "Wheel: Zoom at the pointer"}));
 }
 
 TEST_F(QuickHelpTableTest, WithoutADocumentOnlyWhatIsPossibleIsShown)
@@ -108,9 +109,9 @@ TEST_F(QuickHelpTableTest, TheKeysOfTheHelpMenuAreAlwaysShown)
 TEST_F(QuickHelpTableTest, GoesWithItsObject)
 {
     auto another = std::make_unique<TerrainQuickHelp>(document);
-    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 4);
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 6);
     another.reset();
-    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 2);
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 3);
 }
 
 TEST_F(QuickHelpTableTest, TheDescriptionTellsFactsOfTheRaster)

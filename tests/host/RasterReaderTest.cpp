@@ -1,6 +1,7 @@
 #include "io/RasterReader.h"
 #include "CommandFixture.h"
 #include "RasterFiles.h"
+#include "io/RasterMemory.h"
 #include "io/ReferenceSystem.h"
 #include "support/LogCapture.h"
 
@@ -19,6 +20,7 @@
 
 using namespace host_test;
 using terrain::Raster;
+using terrain::RasterFile;
 using terrain::read_raster;
 using testing::HasSubstr;
 
@@ -228,7 +230,7 @@ TEST(RasterReader, RefusesAHugeHeader)
         {"SPARSE_OK=YES", "BIGTIFF=YES", "TILED=YES", "BLOCKXSIZE=16384", "BLOCKYSIZE=16384"});
     EXPECT_LT(std::filesystem::file_size(scratch("huge.tif")), 1000000u);
     EXPECT_THAT(
-        refusal(scratch("huge.tif")), HasSubstr("its 1000000 x 1000000 cells need 16000.0 GB of memory"));
+        refusal(scratch("huge.tif")), HasSubstr("its 1000000 x 1000000 cells need 24000.1 GB of memory"));
 }
 
 TEST(RasterReader, RefusesTheLargestHeaderThereIs)
@@ -323,4 +325,151 @@ TEST(RasterReader, PutsGdalsWarningsIntoTheErrorLog)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_TRUE(log.take("GDAL: "));
     log.take_all(); // GDAL says it twice, in two ways
+}
+
+// --- overviews
+
+namespace {
+
+/// Lets a raster take no more memory than one of so many cells, while it lives.
+class MemoryForCells
+{
+public:
+    explicit MemoryForCells(int columns, int rows)
+    {
+        terrain::memory_limit(terrain::memory_needed(columns, rows));
+    }
+    ~MemoryForCells() { terrain::memory_limit(0); }
+    MemoryForCells(const MemoryForCells&) = delete;
+    MemoryForCells& operator=(const MemoryForCells&) = delete;
+};
+
+} // namespace
+
+TEST(RasterReader, TellsHowMuchSmallerATooLargeRasterMustBe)
+{
+    make_tiff(scratch("a.tif"), 40, 20, GDT_Float32, {});
+    const MemoryForCells limit(10, 5);
+    try {
+        read_raster(scratch("a.tif"));
+        ADD_FAILURE() << "it was read";
+    } catch (const terrain::RasterTooLarge& refusal) {
+        EXPECT_EQ(refusal.reduction(), 4);
+        EXPECT_THAT(refusal.what(), HasSubstr("its 40 x 20 cells need 0.000 GB of memory"));
+    }
+    EXPECT_EQ(RasterFile(scratch("a.tif")).read(nullptr, 4).columns, 10);
+}
+
+TEST(RasterReader, ReadsARasterThatJustFits)
+{
+    make_tiff(scratch("a.tif"), 40, 20, GDT_Float32, {});
+    const MemoryForCells limit(40, 20);
+    EXPECT_EQ(read_raster(scratch("a.tif")).columns, 40);
+}
+
+TEST(RasterReader, ReadsAnOverviewThatLiesWhereTheRasterDoes)
+{
+    std::vector<double> cells;
+    for (int i = 0; i < 10 * 7; ++i) {
+        cells.push_back(i % 10 < 5 ? 100 : -1);
+    }
+    make_tiff(scratch("a.tif"), 10, 7, GDT_Float32, cells, [](GDALDatasetH dataset, GDALRasterBandH band) {
+        std::array<double, 6> place = {1000, 10, 0, 2000, 0, -10};
+        GDALSetGeoTransform(dataset, place.data());
+        GDALSetRasterNoDataValue(band, -1);
+    });
+    const Raster raster = RasterFile(scratch("a.tif")).read(nullptr, 2);
+    EXPECT_EQ(raster.columns, 5);
+    EXPECT_EQ(raster.rows, 4);
+    ASSERT_TRUE(raster.geotransform);
+    EXPECT_DOUBLE_EQ((*raster.geotransform)[1] * raster.columns, 100);
+    EXPECT_DOUBLE_EQ((*raster.geotransform)[5] * raster.rows, -70);
+    EXPECT_EQ(raster.cell(0, 0), 100);
+    EXPECT_EQ(raster.cell(1, 3), 100);
+    EXPECT_TRUE(terrain::is_no_data(raster.cell(4, 3)));
+}
+
+TEST(RasterReader, AnOverviewIsAtLeastOneCell)
+{
+    make_tiff(scratch("a.tif"), 3, 2, GDT_Float32, {7, 7, 7, 7, 7, 7});
+    EXPECT_EQ(RasterFile(scratch("a.tif")).read(nullptr, 1000).cells, std::vector<double>{7});
+}
+
+// --- what else a file is
+
+TEST(RasterReader, KnowsWhichFilesHoldNoMoreThanItReads)
+{
+    make_tiff(scratch("a.tif"), 2, 1, GDT_Float32, {3, 4});
+    EXPECT_TRUE(RasterFile(scratch("a.tif")).is_plain_geotiff());
+    EXPECT_FALSE(RasterFile("GTIFF_DIR:1:" + scratch("a.tif")).is_plain_geotiff()) << "a part of a file";
+    make_tiff(scratch("two.tif"), 2, 1, GDT_Float32, {3, 4}, nullptr, {}, 2);
+    EXPECT_FALSE(RasterFile(scratch("two.tif")).is_plain_geotiff());
+    write_text(scratch("a.asc"), "ncols 2\nnrows 1\nxllcorner 10\nyllcorner 20\ncellsize 5\n1 2\n");
+    EXPECT_FALSE(RasterFile(scratch("a.asc")).is_plain_geotiff());
+    make_tiff(scratch("points.tif"), 2, 1, GDT_Float32, {3, 4}, [](GDALDatasetH dataset, GDALRasterBandH) {
+        GDAL_GCP point = {};
+        point.pszId = const_cast<char*>("1");
+        point.pszInfo = const_cast<char*>("");
+        GDALSetGCPs(dataset, 1, &point, "");
+    });
+    EXPECT_FALSE(RasterFile(scratch("points.tif")).is_plain_geotiff()) << "its place is told by points";
+}
+
+TEST(RasterReader, CanBeStopped)
+{
+    make_tiff(scratch("a.tif"), 4, 200, GDT_Float32, {});
+    double last = -1;
+    EXPECT_THROW(RasterFile(scratch("a.tif")).read([&last](double share) {
+        EXPECT_GT(share, last);
+        last = share;
+        return share < 0.5;
+    }),
+        terrain::FileCancelled);
+    EXPECT_GE(last, 0.5);
+}
+
+TEST(RasterReader, ReadsAllDigitsOfAnAsciiGrid)
+{
+    write_text(scratch("a.asc"),
+        "ncols 2\nnrows 1\nxllcorner 10\nyllcorner 20\ncellsize 5\n0.12345678901234567 1234567.891\n");
+    EXPECT_EQ(read_raster(scratch("a.asc")).cells, (std::vector<double>{0.12345678901234567, 1234567.891}));
+}
+
+TEST(RasterReader, ReadsFilesOfAnyName)
+{
+    for (const char* const name :
+        {"with blank.tif", "h\u00f6he \u5c71.tif", "100%1 %s.tif", "-a.tif", "#a?b&c.tif", "'q\"uote.tif"}) {
+        make_tiff(scratch(name), 2, 1, GDT_Float32, {3, 4});
+        EXPECT_EQ(read_raster(scratch(name)).cells, (std::vector<double>{3, 4})) << name;
+    }
+    const std::string refused = refusal(scratch("100%1 %2 %s.tif"));
+    EXPECT_THAT(
+        refused, HasSubstr("Cannot read \"" + scratch("100%1 %2 %s.tif") + "\": there is no such file"));
+    EXPECT_THAT(refusal(scratch(std::string(300, 'x'))), HasSubstr("too long"));
+}
+
+TEST(RasterReader, FollowsSymbolicLinks)
+{
+    make_tiff(scratch("a.tif"), 2, 1, GDT_Float32, {3, 4});
+    std::filesystem::create_symlink(scratch("a.tif"), scratch("link.tif"));
+    EXPECT_EQ(read_raster(scratch("link.tif")).cells, (std::vector<double>{3, 4}));
+    std::filesystem::create_symlink(scratch("gone.tif"), scratch("dangling.tif"));
+    EXPECT_THAT(refusal(scratch("dangling.tif")), HasSubstr("there is no such file"));
+    std::filesystem::create_symlink(scratch("loop.tif"), scratch("loop.tif"));
+    EXPECT_NE(refusal(scratch("loop.tif")), "(no refusal)");
+}
+
+TEST(RasterReader, RefusesADirectoryThatIsNoRaster)
+{
+    EXPECT_NE(refusal(make_directory("folder")), "(no refusal)");
+    EXPECT_NE(refusal(make_directory("folder.tif")), "(no refusal)");
+}
+
+TEST(RasterReader, LargeNumbersForNoDataAreNoHeights)
+{
+    for (const double marker : {-3.4028234663852886e38, 3.4028234663852886e38, 1e38}) {
+        make_tiff(scratch("a.tif"), 2, 1, GDT_Float32, {marker, 4},
+            [marker](GDALDatasetH, GDALRasterBandH band) { GDALSetRasterNoDataValue(band, marker); });
+        EXPECT_EQ(bits(read_raster(scratch("a.tif")).cells), bits({N, 4})) << marker;
+    }
 }

@@ -1,5 +1,6 @@
 #include "io/RasterWriter.h"
 #include "CommandFixture.h"
+#include "FileSizeLimit.h"
 #include "RasterFiles.h"
 #include "io/RasterReader.h"
 #include "io/ReferenceSystem.h"
@@ -10,10 +11,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace host_test;
@@ -47,24 +46,6 @@ Raster written(const Raster& raster)
     write_raster(raster, scratch("out.tif"));
     return read_raster(scratch("out.tif"));
 }
-
-/// Limits the size of files that this process may write, as a full disk would.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_old);
-        rlimit limit = m_old;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_old); }
-
-private:
-    rlimit m_old = {};
-};
 
 } // namespace
 
@@ -221,4 +202,32 @@ TEST(RasterWriter, NoticesADiskThatFillsUpWithTheLastBytes)
         EXPECT_NE(refusal(raster, directory + "/b.tif"), "(no refusal)") << missing;
     }
     EXPECT_THAT(names_in(directory), ElementsAre("a.tif"));
+}
+
+TEST(RasterWriter, CanBeStopped)
+{
+    const std::string directory = make_directory("out");
+    write_text(directory + "/a.tif", "the old file");
+    for (const double stop : {0.0, 0.5, 0.9}) {
+        EXPECT_THROW(write_raster(mixed_raster(20, 2000), directory + "/a.tif",
+                         [stop](double share) { return share < stop; }),
+            terrain::FileCancelled)
+            << stop;
+    }
+    EXPECT_EQ(read_text(directory + "/a.tif"), "the old file");
+    EXPECT_THAT(names_in(directory), ElementsAre("a.tif"));
+}
+
+TEST(RasterWriter, WritesFilesOfAnyName)
+{
+    const std::string directory = make_directory("out");
+    const std::vector<std::string> names = {"with blank.tif", "h\u00f6he \u5c71.tif", "100%1 %s.tif",
+        "-a.tif", "a:b.tif", std::string(251, 'x') + ".tif"};
+    for (const std::string& name : names) {
+        write_raster(make_raster(2, 1, {1, 2}), directory + "/" + name);
+        EXPECT_EQ(read_raster(directory + "/" + name).cells, (std::vector<double>{1, 2})) << name;
+    }
+    EXPECT_EQ(names_in(directory).size(), names.size());
+    const std::string too_long = directory + "/" + std::string(252, 'x') + ".tif";
+    EXPECT_THAT(refusal(make_raster(1, 1, {1}), too_long), HasSubstr("too long"));
 }

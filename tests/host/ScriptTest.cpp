@@ -7,6 +7,7 @@
 
 using terrain::count_of;
 using terrain::number_of;
+using terrain::place_of;
 using terrain::ScriptError;
 using terrain::words_of;
 
@@ -59,6 +60,15 @@ TEST(Script, CountsAreWholeNumbersFromOneOn)
     EXPECT_EQ(count_of("2147483647"), 2147483647);
     for (const char* wrong : {"", "0", "-1", "1.0", "2x", "x", " 2", "2147483648", "99999999999999999999"}) {
         EXPECT_THROW(count_of(wrong), ScriptError) << wrong;
+    }
+}
+
+TEST(Script, PlacesAreWholeNumbersFromNoughtOn)
+{
+    EXPECT_EQ(place_of("0"), 0);
+    EXPECT_EQ(place_of("2147483647"), 2147483647);
+    for (const char* wrong : {"", "-1", "1.0", "2x", "x", " 2", "2147483648"}) {
+        EXPECT_THROW(place_of(wrong), ScriptError) << wrong;
     }
 }
 

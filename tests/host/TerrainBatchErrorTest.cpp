@@ -82,6 +82,14 @@ TEST(TerrainBatch, ABadLineIsReportedWithItsNumber)
         {"clamp nan 2", "\"nan\" is not a number"},
         {"scale inf", "\"inf\" is not a number"},
         {"scale 1,5", "\"1,5\" is not a number"},
+        {"crop 0 1 0", "\"crop\" has too few arguments"},
+        {"crop 0 1 0 1 0", "\"crop\" has too many arguments"},
+        {"crop -1 1 0 1", "\"-1\" is not a whole number from 0 on"},
+        {"crop 0 1.0 0 1", "\"1.0\" is not a whole number from 0 on"},
+        {"resample", "\"resample\" has too few arguments"},
+        {"resample 2 bilinear twice", "\"resample\" has too many arguments"},
+        {"resample x", "\"x\" is not a number"},
+        {"resample 2 cubic", "\"cubic\" is not \"nearest\", \"bilinear\" or \"average\""},
         {"clean-up now", "\"clean-up\" has too many arguments"},
         {"undo 0", "\"0\" is not a whole number from 1 on"},
         {"undo -1", "\"-1\" is not a whole number from 1 on"},
@@ -91,7 +99,12 @@ TEST(TerrainBatch, ABadLineIsReportedWithItsNumber)
         {"open \"\"", "there is no such file"},
         {"open \"a", "a double quote is not closed"},
         {"export", "\"export\" has too few arguments"},
-        {"export a.png", "the name of an exported file must end in \".tif\""},
+        {"export a.png",
+            "the name of an exported file must end in one of \".tif\" (GeoTIFF), \".asc\" (ASCII grid), "
+            "\".gpkg\" (Contour lines)"},
+        {"export a.tif 10", "only contour lines have an interval"},
+        {"export a.gpkg 0", "the interval between contour lines must be above 0"},
+        {"export a.gpkg ten", "\"ten\" is not a number"},
     };
     for (const auto& line : bad) {
         SCOPED_TRACE(line.first);
@@ -114,8 +127,8 @@ TEST(TerrainBatch, ABadLineOfTheStandardInputIsReportedWithItsNumber)
 
 TEST(TerrainBatch, AnInstructionWithoutARasterIsRefused)
 {
-    for (const char* line : {"smooth 1", "fill-sinks", "clamp 0 1", "scale 1", "clean-up", "undo", "redo",
-             "info", "export a.tif"}) {
+    for (const char* line : {"smooth 1", "fill-sinks", "clamp 0 1", "scale 1", "crop 0 0 0 0", "resample 2",
+             "clean-up", "undo", "redo", "info", "export a.tif"}) {
         const BatchResult result = run_script(line);
         EXPECT_EQ(result.code, 1);
         expect_one_line(result.error, 1, "no raster is open");
@@ -175,6 +188,23 @@ TEST(TerrainBatch, FilesThatAreNoRasterOfHeightsAreReportedWithTheLine)
         expect_one_line(result.error, 2, "Cannot read \"" + scratch(file.first) + "\": ");
         EXPECT_THAT(result.error, HasSubstr(file.second));
         EXPECT_THAT(result.log, HasSubstr(file.second));
+    }
+}
+
+TEST(TerrainBatch, ACropOrAFactorThatTheRasterDoesNotHaveEndsTheScript)
+{
+    const std::string file = make_terrain_file("a.tif");
+    const std::vector<std::pair<std::string, std::string>> bad = {
+        {"crop 0 20 0 14", "The raster has the columns 0 to 19"},
+        {"crop 5 4 0 14", "The first column is behind the last one"},
+        {"resample 0.05", "The factor must be from 0.1 to 10"},
+        {"resample 0.5 average", "Averages are for larger cells: the factor must not be below 1"},
+    };
+    for (const auto& [line, reason] : bad) {
+        const BatchResult result = run_script(line + "\ninfo\n", {file});
+        EXPECT_EQ(result.code, 1);
+        expect_one_line(result.error, 1, reason);
+        EXPECT_THAT(lines_with(result.out, "checksum"), ElementsAre());
     }
 }
 

@@ -33,6 +33,25 @@ TEST(TerrainBatchExport, WritesWhatInfoDescribes)
     }
 }
 
+TEST(TerrainBatchExport, WritesAnAsciiGridWithTheSameCells)
+{
+    const BatchResult result = export_to(scratch("out.asc"));
+    EXPECT_EQ(result.code, 0) << result.error;
+    const BatchResult again = run_script("info\n", {scratch("out.asc")});
+    EXPECT_EQ(lines_with(again.out, "checksum: "), lines_with(result.out, "checksum: "));
+}
+
+TEST(TerrainBatchExport, WritesContourLinesAtAnInterval)
+{
+    const std::string directory = make_directory("out");
+    const BatchResult result
+        = run_script("export " + directory + "/usual.gpkg\nexport " + directory + "/own.gpkg 100\n",
+            {make_terrain_file("a.tif")});
+    EXPECT_EQ(result.code, 0) << result.error;
+    EXPECT_THAT(names_in(directory), ElementsAre("own.gpkg", "usual.gpkg"));
+    EXPECT_THAT(result.log, HasSubstr("Exported \"" + directory + "/own.gpkg\""));
+}
+
 TEST(TerrainBatchExport, MayReplaceTheFileThatIsOpen)
 {
     const std::string file = make_terrain_file("a.tif");

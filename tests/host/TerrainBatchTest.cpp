@@ -56,7 +56,8 @@ TEST(TerrainBatch, UndoTwoGivesBackTheChecksumOfTheFile)
 TEST(TerrainBatch, EveryInstructionUndoesExactly)
 {
     const std::string file = make_terrain_file("a.tif");
-    for (const char* instruction : {"smooth 3", "fill-sinks", "clamp 100 200", "scale 0.3", "clean-up"}) {
+    for (const char* instruction : {"smooth 3", "fill-sinks", "clamp 100 200", "scale 0.3", "clean-up",
+             "crop 2 17 1 12", "resample 0.5", "resample 3 average", "resample 1.7 nearest"}) {
         const std::string line = instruction;
         const BatchResult result = run_script("info\n" + line + "\ninfo\nundo\ninfo\nredo\ninfo\n", {file});
         EXPECT_EQ(result.code, 0);
@@ -76,6 +77,42 @@ TEST(TerrainBatch, UndoOfMoreStepsThanThereAreUndoesThoseAndSaysSo)
     EXPECT_EQ(lines_with(result.out, "UNDO>").size(), 4u);
     EXPECT_THAT(lines_with(result.out, "undone"), ElementsAre("undone 2 of 5", "undone 0 of 1"));
     EXPECT_THAT(lines_with(result.out, "redone"), ElementsAre("redone 2 of 3"));
+}
+
+TEST(TerrainBatch, CropAndResampleChangeTheSizeAndThePlace)
+{
+    std::vector<double> geotransform = {440000, 30, 0, 5400000, 0, -30};
+    make_tiff(scratch("a.tif"), 4, 2, GDT_Int16, {1, 2, 3, 4, 5, 6, 7, 8},
+        [&](GDALDatasetH dataset, GDALRasterBandH) {
+            GDALSetGeoTransform(dataset, geotransform.data());
+            GDALSetProjection(dataset, "EPSG:32632");
+        });
+    const std::string out = scratch("out.tif");
+    const BatchResult result = run_script(
+        "crop 1 3 0 1\ninfo\nresample 0.5 nearest\ninfo\nresample 2\ninfo\nresample 3 average\nexport \""
+            + out + "\"\nundo 4\ninfo\nredo 4\ninfo\n",
+        {scratch("a.tif")});
+    EXPECT_EQ(result.code, 0) << result.error;
+    const std::vector<std::string> done
+        = {"Crop: columns 1 to 3, rows 0 to 1, 4 x 2 cells became 3 x 2 - Succeeded.",
+            "Resample: factor 0.5, nearest, 3 x 2 cells became 6 x 4 - Succeeded.",
+            "Resample: factor 2, bilinear, 6 x 4 cells became 3 x 2 - Succeeded.",
+            "Resample: factor 3, average, 3 x 2 cells became 1 x 1 - Succeeded."};
+    std::vector<std::string> lines = lines_with(result.out, "DO>");
+    ASSERT_EQ(lines.size(), 8u);
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(lines[i], "DO>\t" + done[i]);
+        EXPECT_EQ(lines[i + 4], "DO>\t" + done[i]) << "redone";
+    }
+    EXPECT_THAT(lines_with(result.out, "size: "),
+        ElementsAre("size: 3 x 2 cells", "size: 6 x 4 cells", "size: 3 x 2 cells", "size: 4 x 2 cells",
+            "size: 1 x 1 cells"));
+    EXPECT_THAT(lines_with(result.out, "cell size: "),
+        ElementsAre("cell size: 30 x 30 metre", "cell size: 15 x 15 metre", "cell size: 30 x 30 metre",
+            "cell size: 30 x 30 metre", "cell size: 90 x 90 metre"));
+    const BatchResult exported = run_script("info\n", {out});
+    EXPECT_THAT(exported.out, HasSubstr("size: 1 x 1 cells\ncell size: 90 x 90 metre\n"));
+    EXPECT_THAT(exported.out, HasSubstr("mean: 5\n"));
 }
 
 TEST(TerrainBatch, ANewCommandForgetsWhatWasUndone)
@@ -155,8 +192,8 @@ TEST(TerrainBatch, InfoDescribesTheRaster)
 TEST(TerrainBatch, ARasterOfOneCellGoesThroughEverything)
 {
     make_tiff(scratch("a.tif"), 1, 1, GDT_Byte, {7});
-    const BatchResult result = run_script(
-        "info\nsmooth 3\nfill-sinks\nclamp 0 9\nscale 1\nclean-up\nundo 5\nredo 5\ninfo\nexport \""
+    const BatchResult result = run_script("info\nsmooth 3\nfill-sinks\nclamp 0 9\nscale 1\ncrop 0 0 0 "
+                                          "0\nresample 10\nclean-up\nundo 7\nredo 7\ninfo\nexport \""
             + scratch("out.tif") + "\"\n",
         {scratch("a.tif")});
     EXPECT_EQ(result.code, 0);
@@ -169,8 +206,8 @@ TEST(TerrainBatch, ARasterWithoutAnyDataGoesThroughEverything)
 {
     make_tiff(scratch("a.tif"), 2, 2, GDT_Float32, {-1, -1, -1, -1},
         [](GDALDatasetH, GDALRasterBandH band) { GDALSetRasterNoDataValue(band, -1); });
-    const BatchResult result = run_script(
-        "info\nsmooth 3\nfill-sinks\nclamp 0 9\nscale 2\nclean-up\nundo 5\nredo 5\ninfo\nexport \""
+    const BatchResult result = run_script("info\nsmooth 3\nfill-sinks\nclamp 0 9\nscale 2\ncrop 0 1 0 "
+                                          "1\nclean-up\nundo 6\nredo 6\ninfo\nexport \""
             + scratch("out.tif") + "\"\n",
         {scratch("a.tif")});
     EXPECT_EQ(result.code, 0);

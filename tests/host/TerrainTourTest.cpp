@@ -166,9 +166,10 @@ TEST(TerrainTour, ShowsWhatThereIs)
     for (const terrain::TourStep& step : terrain::tour_steps()) {
         names.append(step.name);
     }
-    for (const char* const name : {"help-contents", "help-about-panel", "shortcuts", "about", "log",
-             "preferences-general", "preferences-viewer", "preferences-performance", "preferences-animation",
-             "another-background", "first-background", "parameters", "recent-files"}) {
+    for (const char* const name :
+        {"help-contents", "help-about-panel", "shortcuts", "about", "log", "preferences-general",
+            "preferences-viewer", "preferences-performance", "preferences-animation", "another-background",
+            "first-background", "parameters", "recent-files", "statistics", "layers"}) {
         EXPECT_EQ(names.count(name), 1) << name;
     }
 }

@@ -5,7 +5,6 @@
 #include "documents/TerrainModel.h"
 #include "support/App.h"
 #include "tour/UserInput.h"
-#include "views/MapFurniture.h"
 
 #include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/DataSource.h>
@@ -278,24 +277,4 @@ TEST_F(TerrainViewTest, OutlivesItsDocument)
     EXPECT_FALSE(view.reading({200, 150}));
     EXPECT_EQ(view.reading_text({200, 150}), "");
     EXPECT_FALSE(view.grab().isNull());
-}
-
-TEST(MapFurniture, LengthsAreRound)
-{
-    EXPECT_EQ(terrain::round_length(180), 100);
-    EXPECT_EQ(terrain::round_length(200), 200);
-    EXPECT_EQ(terrain::round_length(499), 200);
-    EXPECT_EQ(terrain::round_length(5400), 5000);
-    EXPECT_EQ(terrain::round_length(1000), 1000);
-    EXPECT_DOUBLE_EQ(terrain::round_length(0.07), 0.05);
-    EXPECT_EQ(terrain::length_text(0.5), "0.5 m");
-    EXPECT_EQ(terrain::length_text(500), "500 m");
-    EXPECT_EQ(terrain::length_text(2000), "2 km");
-}
-
-TEST(MapFurniture, HeightsHaveSixDigits)
-{
-    EXPECT_EQ(terrain::height_text(523.4049), "523.405");
-    EXPECT_EQ(terrain::height_text(-12), "-12");
-    EXPECT_EQ(terrain::height_text(1e300), "1e+300");
 }

@@ -95,7 +95,7 @@ TEST_F(WindowClosingTest, SaveWritesAFileFirst)
     change();
     const std::string file = scratch("saved.tif");
     DialogDriver dialogs;
-    dialogs.click(QMessageBox::Save).choose_file(QString::fromStdString(file));
+    dialogs.click(QMessageBox::Save).click(QMessageBox::No).choose_file(QString::fromStdString(file));
     window->close_document();
     EXPECT_EQ(documents(), 0);
     EXPECT_EQ(terrain::read_raster(file).columns, 20);
@@ -106,7 +106,7 @@ TEST_F(WindowClosingTest, SaveWithoutAFileKeepsTheDocument)
 {
     change();
     DialogDriver dialogs;
-    dialogs.click(QMessageBox::Save).cancel();
+    dialogs.click(QMessageBox::Save).click(QMessageBox::No).cancel();
     window->close_document();
     EXPECT_EQ(documents(), 1);
 }
@@ -281,7 +281,7 @@ TEST_F(WindowClosingTest, ARestartWritesTheFileOnce)
     change();
     const std::string file = scratch("saved.tif");
     DialogDriver dialogs;
-    dialogs.click(QMessageBox::Save).choose_file(QString::fromStdString(file));
+    dialogs.click(QMessageBox::Save).click(QMessageBox::No).choose_file(QString::fromStdString(file));
     window->action(Deed::Restart).trigger();
     EXPECT_EQ(documents(), 0);
     EXPECT_TRUE(log.take("Exported"));

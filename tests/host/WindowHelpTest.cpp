@@ -3,7 +3,9 @@
 #include "help/HelpTopics.h"
 #include "panels/HistoryPanel.h"
 #include "panels/HomePanel.h"
+#include "panels/LayersPanel.h"
 #include "panels/QuickHelpPanel.h"
+#include "panels/StatisticsPanel.h"
 #include "presentations/CommandsPresentation.h"
 #include "support/DialogDriver.h"
 #include "support/EmptyRegistry.h"
@@ -81,6 +83,8 @@ TEST_F(WindowHelpTest, F1OpensThePageAboutThePanelThatHasTheKeyboard)
     EXPECT_EQ(pages_about_panel(window->home()), QStringList{help_key(Topic::HomePanel)});
     EXPECT_EQ(pages_about_panel(window->quick_help()), QStringList{help_key(Topic::QuickHelpPanel)});
     EXPECT_EQ(pages_about_panel(window->history()), QStringList{help_key(Topic::HistoryPanel)});
+    EXPECT_EQ(pages_about_panel(window->statistics()), QStringList{help_key(Topic::StatisticsPanel)});
+    EXPECT_EQ(pages_about_panel(window->layers()), QStringList{help_key(Topic::LayersPanel)});
 }
 
 TEST_F(WindowHelpTest, F1OpensThePageAboutTheMap)
@@ -112,6 +116,10 @@ TEST_F(WindowHelpTest, TheKeysOfTheHelpWorkInFloatingPanels)
     open_terrain_file("a.tif");
     tear_off(window->history());
     tear_off(window->quick_help());
+    tear_off(window->statistics());
+    tear_off(window->layers());
+    EXPECT_EQ(pages_about(inside(window->statistics())), QStringList{help_key(Topic::StatisticsPanel)});
+    EXPECT_EQ(pages_about(inside(window->layers())), QStringList{help_key(Topic::LayersPanel)});
     EXPECT_EQ(pages_about(inside(window->history())), QStringList{help_key(Topic::HistoryPanel)});
     EXPECT_EQ(pages_about(inside(window->quick_help())), QStringList{help_key(Topic::QuickHelpPanel)});
     EXPECT_EQ(pages_about(*window->view()), QStringList{help_key(Topic::Map)});
@@ -182,15 +190,17 @@ TEST_F(WindowHelpTest, TheDialogOfACommandHasAButtonForThePageAboutIt)
         dialog.reject();
     };
     DialogDriver dialogs;
-    dialogs.answer(click_and_press).answer(click_and_press).answer(click_and_press);
     CommandsPresentation& tools = CommandsPresentation::instance();
-    for (QAction* const p_action : {tools.smooth_action(), tools.clamp_action(), tools.scale_action()}) {
+    QStringList expected;
+    const std::pair<QAction*, Topic> commands[] = {{tools.smooth_action(), Topic::Smooth},
+        {tools.clamp_action(), Topic::Clamp}, {tools.scale_action(), Topic::Scale},
+        {tools.crop_action(), Topic::Crop}, {tools.resample_action(), Topic::Resample}};
+    for (const auto& [p_action, topic] : commands) {
+        dialogs.answer(click_and_press);
         p_action->trigger();
+        expected << help_key(topic) << help_key(topic);
     }
-    const QString smooth = help_key(Topic::Smooth);
-    const QString clamp = help_key(Topic::Clamp);
-    const QString scale = help_key(Topic::Scale);
-    EXPECT_EQ(pages, (QStringList{smooth, smooth, clamp, clamp, scale, scale}));
+    EXPECT_EQ(pages, expected);
     EXPECT_FALSE(runner().is_running());
 }
 

@@ -1,7 +1,10 @@
 #include "HelpRecorder.h"
 #include "WindowFixture.h"
+#include "panels/LayersPanel.h"
 #include "panels/QuickHelpPanel.h"
+#include "panels/StatisticsPanel.h"
 #include "support/LogCapture.h"
+#include "views/TerrainView.h"
 
 #include <pkBaseQt/QLogFileViewer.h>
 #include <tarqa/housekeeping/gui/HelpManager.h>
@@ -62,14 +65,16 @@ TEST_F(WindowMenusTest, AreFilledByWhoeverHasSomethingToOffer)
 {
     EXPECT_EQ(texts(*window->menuBar()), (QStringList{"&File", "&Edit", "&View", "&Tools", " &Help"}));
     EXPECT_EQ(texts(menu("&File")),
-        (QStringList{"&Open…", "Open &Recent", "-", "&Export…", "-", "&Close", "-", "&Preferences…", "-",
-            "Report a Pro&blem…", "-", "Re&start", "&Quit"}));
+        (QStringList{"&Open…", "Open &Recent", "-", "&Save", "Save &As…", "-", "&Export…", "-", "&Close", "-",
+            "&Preferences…", "-", "Report a Pro&blem…", "-", "Res&tart", "&Quit"}));
     EXPECT_EQ(texts(menu("&Edit")).mid(0, 2), (QStringList{"&Undo", "&Redo"}));
     EXPECT_EQ(texts(menu("&View")),
         (QStringList{"Zoom &In", "Zoom &Out", "&Whole Raster", "-", "Look &Left", "Look &Right", "Look &Up",
-            "Look &Down", "-", "&Previous Document", "&Next Document", "-", "Quick &Help"}));
+            "Look &Down", "-", "&Contour Lines", "Le&gend", "&Scale Bar", "-", "&Previous Document",
+            "&Next Document", "-", "Quick &Help", "S&tatistics", "La&yers"}));
     EXPECT_EQ(texts(menu("&Tools")),
-        (QStringList{"&Smooth…", "&Fill Sinks", "&Clamp…", "Sc&ale…", "-", "Clean &Up"}));
+        (QStringList{
+            "&Smooth…", "&Fill Sinks", "&Clamp…", "Sc&ale…", "-", "Cro&p…", "&Resample…", "-", "Clean &Up"}));
     EXPECT_EQ(texts(menu(" &Help")),
         (QStringList{"&Contents...", "&Quick Help...", "&Shortcuts...", "Show &Log File...", "-",
             "&About RecordedHelp..."}));
@@ -128,6 +133,40 @@ TEST_F(WindowMenusTest, EachDeedTellsInTheStatusBarWhatItDoes)
     }
 }
 
+TEST_F(WindowMenusTest, SwitchTheLayersOfTheMapOnTop)
+{
+    open_terrain_file("a.tif");
+    QAction& lines = window->action(Deed::ContourLines);
+    EXPECT_FALSE(lines.isChecked());
+    EXPECT_TRUE(window->action(Deed::Legend).isChecked());
+    EXPECT_TRUE(window->action(Deed::ScaleBar).isChecked());
+    QTest::keyClick(window.get(), Qt::Key_C);
+    EXPECT_TRUE(window->view()->layers().contours);
+    EXPECT_TRUE(lines.isChecked());
+    entry("&View", "Le&gend").trigger();
+    EXPECT_FALSE(window->view()->layers().legend);
+    entry("&View", "&Scale Bar").trigger();
+    EXPECT_FALSE(window->view()->layers().scale_bar);
+    EXPECT_TRUE(window->view()->layers().contours);
+}
+
+TEST_F(WindowMenusTest, TellWhatTheMapOnTopShows)
+{
+    open_terrain_file("a.tif");
+    terrain::MapLayers layers;
+    layers.contours = true;
+    window->view()->set_layers(layers); // somebody else switches
+    EXPECT_TRUE(window->action(Deed::ContourLines).isChecked());
+    open_terrain_file("b.tif");
+    EXPECT_FALSE(window->action(Deed::ContourLines).isChecked()) << "each map has layers of its own";
+    window->action(Deed::PreviousDocument).trigger();
+    EXPECT_TRUE(window->action(Deed::ContourLines).isChecked());
+    window->close_document();
+    window->close_document();
+    EXPECT_FALSE(window->action(Deed::ContourLines).isChecked());
+    EXPECT_FALSE(window->action(Deed::ContourLines).isEnabled());
+}
+
 TEST_F(WindowMenusTest, F1OpensTheHelp)
 {
     QTest::keyClick(window.get(), Qt::Key_F1);
@@ -140,6 +179,14 @@ TEST_F(WindowMenusTest, ShiftF1ShowsTheQuickHelp)
     QTest::keyClick(window.get(), Qt::Key_F1, Qt::ShiftModifier);
     EXPECT_TRUE(window->quick_help().isVisible());
     EXPECT_EQ(take_pages(), QStringList());
+}
+
+TEST_F(WindowMenusTest, TheEntriesForPanelsShowThem)
+{
+    entry("&View", "S&tatistics").trigger();
+    EXPECT_TRUE(window->statistics().isVisible());
+    entry("&View", "La&yers").trigger();
+    EXPECT_TRUE(window->layers().isVisible());
 }
 
 TEST_F(WindowMenusTest, TheEntriesForTheQuickHelpShowIt)

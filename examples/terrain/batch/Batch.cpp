@@ -5,12 +5,15 @@
 #include "batch/System.h"
 #include "commands/ClampCommand.h"
 #include "commands/CleanUpCommand.h"
+#include "commands/CropCommand.h"
 #include "commands/FillSinksCommand.h"
+#include "commands/ResampleCommand.h"
 #include "commands/ScaleCommand.h"
 #include "commands/SmoothCommand.h"
 #include "documents/ExportTerrain.h"
 #include "documents/OpenTerrain.h"
 #include "documents/TerrainDocument.h"
+#include "documents/TerrainModel.h"
 
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -32,6 +35,18 @@ namespace terrain {
 namespace {
 
 std::atomic<bool> s_fatal_error{false};
+
+/// @throws ScriptError if there is no such method
+Resampling resampling_of(const std::string& word)
+{
+    for (const Resampling method : {Resampling::Nearest, Resampling::Bilinear, Resampling::Average}) {
+        if (word == ResampleCommand::name_of(method)) {
+            return method;
+        }
+    }
+    throw ScriptError(QObject::tr("\"%1\" is not \"nearest\", \"bilinear\" or \"average\"")
+                          .arg(QString::fromStdString(word)));
+}
 
 void note_fatal_error()
 {
@@ -62,11 +77,13 @@ const std::vector<Batch::Instruction>& Batch::instructions()
         {"fill-sinks", 0, 0, &Batch::fill_sinks},
         {"clamp", 2, 2, &Batch::clamp},
         {"scale", 1, 1, &Batch::scale},
+        {"crop", 4, 4, &Batch::crop},
+        {"resample", 1, 2, &Batch::resample},
         {"clean-up", 0, 0, &Batch::clean_up},
         {"undo", 0, 1, &Batch::undo},
         {"redo", 0, 1, &Batch::redo},
         {"info", 0, 0, &Batch::info},
-        {"export", 1, 1, &Batch::write_export},
+        {"export", 1, 2, &Batch::write_export},
     };
     return s_instructions;
 }
@@ -210,6 +227,18 @@ void Batch::scale(const Words& words)
     execute<ScaleCommand>(number_of(words[0]));
 }
 
+void Batch::crop(const Words& words)
+{
+    execute<CropCommand>(
+        CellRange{place_of(words[0]), place_of(words[1]), place_of(words[2]), place_of(words[3])});
+}
+
+void Batch::resample(const Words& words)
+{
+    execute<ResampleCommand>(
+        number_of(words[0]), words.size() > 1 ? resampling_of(words[1]) : Resampling::Bilinear);
+}
+
 void Batch::clean_up(const Words&)
 {
     execute<CleanUpCommand>();
@@ -234,10 +263,22 @@ void Batch::info(const Words&)
 
 void Batch::write_export(const Words& words)
 {
-    if (!is_export_name(words[0])) {
-        throw ScriptError(tr("the name of an exported file must end in \".tif\""));
+    const std::optional<ExportFormat> format = export_format(words[0]);
+    if (!format) {
+        throw ScriptError(unknown_export_format());
     }
-    export_terrain(document(), words[0]);
+    const Raster& raster = document().terrain().raster();
+    double interval = 0;
+    if (format == ExportFormat::Contours) {
+        interval = words.size() > 1 ? number_of(words[1]) : usual_interval(raster);
+    } else if (words.size() > 1) {
+        throw ScriptError(tr("only contour lines have an interval"));
+    }
+    if (format == ExportFormat::Contours && interval <= 0) {
+        throw ScriptError(tr("the interval between contour lines must be above 0"));
+    }
+    export_raster(raster, words[0], interval);
+    log_exported(words[0]);
 }
 
 TerrainDocument& Batch::document() const

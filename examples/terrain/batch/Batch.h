@@ -65,6 +65,8 @@ private:
     void fill_sinks(const Words& words);
     void clamp(const Words& words);
     void scale(const Words& words);
+    void crop(const Words& words);
+    void resample(const Words& words);
     void clean_up(const Words& words);
     void undo(const Words& words);
     void redo(const Words& words);

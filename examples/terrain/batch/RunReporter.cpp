@@ -1,6 +1,6 @@
 #include "batch/RunReporter.h"
 
-#include "commands/TerrainCommand.h"
+#include "commands/RasterCommand.h"
 
 #include <tarqa/housekeeping/AbstractCommand.h>
 

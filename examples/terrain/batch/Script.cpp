@@ -22,6 +22,16 @@ bool parse(const std::string& word, Number& number)
     return result.ec == std::errc() && result.ptr == p_end;
 }
 
+int whole_number(const std::string& word, int least)
+{
+    int number = 0;
+    if (!parse(word, number) || number < least) {
+        throw ScriptError(QObject::tr("\"%1\" is not a whole number from %2 on")
+                              .arg(QString::fromStdString(word), QString::number(least)));
+    }
+    return number;
+}
+
 } // namespace
 
 std::vector<std::string> words_of(const std::string& line)
@@ -64,12 +74,12 @@ double number_of(const std::string& word)
 
 int count_of(const std::string& word)
 {
-    int count = 0;
-    if (!parse(word, count) || count < 1) {
-        throw ScriptError(
-            QObject::tr("\"%1\" is not a whole number from 1 on").arg(QString::fromStdString(word)));
-    }
-    return count;
+    return whole_number(word, 1);
+}
+
+int place_of(const std::string& word)
+{
+    return whole_number(word, 0);
 }
 
 } // namespace terrain

@@ -29,4 +29,7 @@ double number_of(const std::string& word);
 /// A whole number from 1 on. @throws ScriptError if @p word is anything else
 int count_of(const std::string& word);
 
+/// A whole number from 0 on. @throws ScriptError if @p word is anything else
+int place_of(const std::string& word);
+
 } // namespace terrain

@@ -1,6 +1,6 @@
 #include "commands/CommandRunner.h"
 
-#include "commands/TerrainCommand.h"
+#include "commands/RasterCommand.h"
 
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/ControllerLocker.h>

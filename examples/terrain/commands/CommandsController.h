@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/CommandRunner.h"
+#include "commands/ResampleCommand.h"
 
 #include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/AbstractState.h>
@@ -33,6 +34,8 @@ public:
         int radius = 2; ///< of smoothing, in cells
         std::optional<std::pair<double, double>> bounds; ///< of clamping; none before the first time
         double factor = 2; ///< of scaling
+        double cell_factor = 2; ///< of resampling
+        Resampling resampling = Resampling::Bilinear;
     };
 
     CommandsController();

@@ -1,7 +1,10 @@
 #include "documents/ExportTerrain.h"
 
-#include "documents/TerrainDocument.h"
-#include "documents/TerrainModel.h"
+#include "documents/Raster.h"
+#include "documents/RasterSummary.h"
+#include "io/AsciiGridWriter.h"
+#include "io/ContourLines.h"
+#include "io/ContourWriter.h"
 #include "io/RasterWriter.h"
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
@@ -11,16 +14,61 @@
 
 namespace terrain {
 
-bool is_export_name(const std::string& path)
+const std::vector<ExportFormatEntry>& export_formats()
 {
-    const QString suffix = QFileInfo(QString::fromStdString(path)).suffix().toLower();
-    return suffix == "tif" || suffix == "tiff";
+    static const std::vector<ExportFormatEntry> s_formats = {
+        {ExportFormat::GeoTiff, QObject::tr("GeoTIFF"), {"tif", "tiff"}},
+        {ExportFormat::AsciiGrid, QObject::tr("ASCII grid"), {"asc"}},
+        {ExportFormat::Contours, QObject::tr("Contour lines"), {"gpkg"}},
+    };
+    return s_formats;
 }
 
-void export_terrain(const TerrainDocument& document, const std::string& path)
+std::optional<ExportFormat> export_format(const std::string& path)
 {
-    write_raster(document.terrain().raster(), path);
-    housekeeping::ErrorProtocol::instance().log_message(
+    const QString extension = QFileInfo(QString::fromStdString(path)).suffix().toLower();
+    for (const ExportFormatEntry& entry : export_formats()) {
+        if (entry.extensions.contains(extension)) {
+            return entry.format;
+        }
+    }
+    return std::nullopt;
+}
+
+QString unknown_export_format()
+{
+    QStringList list;
+    for (const ExportFormatEntry& entry : export_formats()) {
+        list.append(QObject::tr("\".%1\" (%2)").arg(entry.extensions.first(), entry.name));
+    }
+    return QObject::tr("the name of an exported file must end in one of %1").arg(list.join(", "));
+}
+
+double usual_interval(const Raster& raster)
+{
+    const RasterSummary summary(raster.cells);
+    return contour_interval(summary.minimum, summary.maximum);
+}
+
+void export_raster(
+    const Raster& raster, const std::string& path, double interval, const FileProgress& progress)
+{
+    switch (export_format(path).value()) {
+    case ExportFormat::GeoTiff:
+        write_raster(raster, path, progress);
+        break;
+    case ExportFormat::AsciiGrid:
+        write_ascii_grid(raster, path, progress);
+        break;
+    case ExportFormat::Contours:
+        write_contours(raster, interval, path, progress);
+        break;
+    }
+}
+
+void log_exported(const std::string& path)
+{
+    tarqa::housekeeping::ErrorProtocol::instance().log_message(
         QObject::tr("Exported \"%1\"").arg(path.c_str()).toStdString());
 }
 

@@ -30,21 +30,36 @@ std::string url_of(const std::string& path)
 
 } // namespace
 
-TerrainDocument& open_terrain(const std::string& path)
+TerrainFile read_terrain(const std::string& path, const FileProgress& progress, int reduction)
 {
-    // Everything that may fail comes before the document, so that a failure leaves no trace.
+    const FileStamp stamp = file_stamp(path); // whoever writes it while it is read is noticed later
+    const RasterFile file(path, RasterInformation().band());
+    return {
+        path, file.read(progress, reduction), reduction == 1 && file.is_plain_geotiff(), stamp, reduction};
+}
+
+TerrainDocument& open_terrain(TerrainFile file)
+{
     const auto information = boost::make_shared<RasterInformation>();
-    Raster raster = read_raster(path, information->band());
-    const auto source = boost::make_shared<housekeeping::DataSource>(url_of(path), information);
-    source->z_units(units_of(raster.unit));
+    const auto source = boost::make_shared<housekeeping::DataSource>(url_of(file.path), information);
+    source->z_units(units_of(file.raster.unit));
 
     auto& document
         = dynamic_cast<TerrainDocument&>(housekeeping::DocumentManager::instance().create_document());
-    document.terrain().raster(std::move(raster));
+    document.terrain().raster(std::move(file.raster));
     document.datasource(source);
+    document.source_file(file.path, file.stamp);
+    document.reduction(file.reduction);
+    document.own_file(file.can_be_saved ? file.path : std::string(), false);
     document.add_history();
     document.buildModel();
     return document;
+}
+
+TerrainDocument& open_terrain(const std::string& path)
+{
+    // Everything that may fail comes before the document, so that a failure leaves no trace.
+    return open_terrain(read_terrain(path));
 }
 
 void log_opened(const TerrainDocument& document, const std::string& path)

@@ -65,6 +65,18 @@ void TerrainDocument::document_created() { }
 
 void TerrainDocument::title_changed() { }
 
+void TerrainDocument::own_file(const std::string& path, bool may_overwrite)
+{
+    m_own_file = path;
+    m_may_overwrite = may_overwrite;
+}
+
+void TerrainDocument::source_file(const std::string& path, const FileStamp& stamp)
+{
+    m_source_file = path;
+    m_source_stamp = stamp;
+}
+
 TerrainModel& TerrainDocument::terrain() const
 {
     return dynamic_cast<TerrainModel&>(model());

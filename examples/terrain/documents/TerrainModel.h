@@ -4,6 +4,8 @@
 
 #include <tarqa/housekeeping/AbstractModel.h>
 
+#include <utility>
+
 namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
@@ -31,6 +33,8 @@ public:
 
     const Raster& raster() const { return m_raster; }
     void raster(Raster raster) { m_raster = std::move(raster); }
+    /// Puts @p raster in the model's place and gives what was there; nothing is copied.
+    void swap(Raster& raster) noexcept { std::swap(m_raster, raster); }
 
     /// The cells, to change them in place; their number stays as it is.
     std::vector<double>& cells() { return m_raster.cells; }

@@ -14,15 +14,19 @@ const std::vector<KeyBinding>& key_bindings()
     static const std::vector<KeyBinding> s_bindings = {
         {Deed::Open, Scope::Program, QKeySequence::Open, QObject::tr("&Open…"),
             QObject::tr("Open elevation rasters"), Section::File},
+        {Deed::Save, Scope::Document, QKeySequence::Save, QObject::tr("&Save"),
+            QObject::tr("Save the document to its own file"), Section::File},
+        {Deed::SaveAs, Scope::Document, Qt::CTRL + Qt::SHIFT + Qt::Key_S, QObject::tr("Save &As…"),
+            QObject::tr("Save the document to another file"), Section::File},
         {Deed::Export, Scope::Document, Qt::CTRL + Qt::Key_E, QObject::tr("&Export…"),
-            QObject::tr("Write the raster as GeoTIFF"), Section::File},
+            QObject::tr("Write the raster or its contour lines to a file"), Section::File},
         {Deed::Close, Scope::Document, Qt::CTRL + Qt::Key_W, QObject::tr("&Close"),
             QObject::tr("Close the document"), Section::File},
         {Deed::Preferences, Scope::Program, Qt::CTRL + Qt::Key_Comma, QObject::tr("&Preferences…"),
             QObject::tr("Change how the program looks and works"), Section::File},
         {Deed::Report, Scope::Program, QKeySequence(), QObject::tr("Report a Pro&blem…"),
             QObject::tr("Describe a problem to the makers, in the web browser"), Section::File},
-        {Deed::Restart, Scope::Program, QKeySequence(), QObject::tr("Re&start"),
+        {Deed::Restart, Scope::Program, QKeySequence(), QObject::tr("Res&tart"),
             QObject::tr("Close all, quit and start again"), Section::File},
         {Deed::Quit, Scope::Program, Qt::CTRL + Qt::Key_Q, QObject::tr("&Quit"),
             QObject::tr("Close all and quit"), Section::File},
@@ -40,12 +44,23 @@ const std::vector<KeyBinding>& key_bindings()
             Section::View},
         {Deed::PanDown, Scope::Map, Qt::Key_Down, QObject::tr("Look &Down"), QObject::tr("Look further down"),
             Section::View},
+        {Deed::ContourLines, Scope::Document, Qt::Key_C, QObject::tr("&Contour Lines"),
+            QObject::tr("Show or hide contour lines"), Section::View, true},
+        {Deed::Legend, Scope::Document, QKeySequence(), QObject::tr("Le&gend"),
+            QObject::tr("Show or hide what the colours mean"), Section::View, true},
+        {Deed::ScaleBar, Scope::Document, QKeySequence(), QObject::tr("&Scale Bar"),
+            QObject::tr("Show or hide how long things are"), Section::View, true},
         {Deed::PreviousDocument, Scope::Document, Qt::CTRL + Qt::Key_PageUp,
             QObject::tr("&Previous Document"), QObject::tr("Previous document"), Section::Navigator},
         {Deed::NextDocument, Scope::Document, Qt::CTRL + Qt::Key_PageDown, QObject::tr("&Next Document"),
             QObject::tr("Next document"), Section::Navigator},
         {Deed::QuickHelp, Scope::Program, QKeySequence(), QObject::tr("Quick &Help"),
             QObject::tr("Show the keys and what the mouse does"), Section::Visibility},
+        {Deed::Statistics, Scope::Program, QKeySequence(), QObject::tr("S&tatistics"),
+            QObject::tr("Show figures of the heights, their distribution and a profile"),
+            Section::Visibility},
+        {Deed::Layers, Scope::Program, QKeySequence(), QObject::tr("La&yers"),
+            QObject::tr("Choose what the map shows"), Section::Visibility},
     };
     return s_bindings;
 }
@@ -71,6 +86,7 @@ const std::vector<MouseBinding>& mouse_bindings()
     using Section = housekeeping::QuickHelpSection;
     static const std::vector<MouseBinding> s_bindings = {
         {TerrainView::drag_button, QObject::tr("Drag to move the map"), Section::CurrentTool},
+        {Qt::LeftButton, QObject::tr("Click for the profile through a cell"), Section::CurrentTool},
         {Qt::NoButton, QObject::tr("Zoom at the pointer"), Section::CurrentTool},
     };
     return s_bindings;

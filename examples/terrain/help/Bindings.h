@@ -16,6 +16,8 @@ namespace housekeeping = tarqa::housekeeping;
 enum class Deed
 {
     Open,
+    Save,
+    SaveAs,
     Export,
     Close,
     Preferences,
@@ -29,9 +31,14 @@ enum class Deed
     PanRight,
     PanUp,
     PanDown,
+    ContourLines,
+    Legend,
+    ScaleBar,
     PreviousDocument,
     NextDocument,
-    QuickHelp
+    QuickHelp,
+    Statistics,
+    Layers
 };
 
 /// Where a deed is possible.
@@ -51,6 +58,7 @@ struct KeyBinding
     QString text; ///< in menus, with a mnemonic
     QString description; ///< in the quick help and in the status bar
     housekeeping::QuickHelpSection section;
+    bool checkable = false; ///< switches something on and off
 };
 
 /// A key of the library's Help menu, and what the quick help tells about it.

@@ -15,6 +15,8 @@ const std::vector<HelpTopic>& help_topics()
         {Topic::HomePanel, "TERRAIN_HOME_PANEL", "home-panel.html"},
         {Topic::QuickHelpPanel, "TERRAIN_QUICK_HELP_PANEL", "quick-help-panel.html"},
         {Topic::HistoryPanel, "TERRAIN_HISTORY_PANEL", "history-panel.html"},
+        {Topic::StatisticsPanel, "TERRAIN_STATISTICS_PANEL", "statistics-panel.html"},
+        {Topic::LayersPanel, "TERRAIN_LAYERS_PANEL", "layers-panel.html"},
         {Topic::Files, "TERRAIN_FILES", "files.html"},
         {Topic::Undo, "TERRAIN_UNDO", "undo.html"},
         {Topic::Problems, "TERRAIN_PROBLEMS", "problems.html"},
@@ -22,6 +24,8 @@ const std::vector<HelpTopic>& help_topics()
         {Topic::FillSinks, "TERRAIN_FILL_SINKS", "fill-sinks.html"},
         {Topic::Clamp, "TERRAIN_CLAMP", "clamp.html"},
         {Topic::Scale, "TERRAIN_SCALE", "scale.html"},
+        {Topic::Crop, "TERRAIN_CROP", "crop.html"},
+        {Topic::Resample, "TERRAIN_RESAMPLE", "resample.html"},
         {Topic::CleanUp, "TERRAIN_CLEAN_UP", "clean-up.html"},
     };
     return s_topics;

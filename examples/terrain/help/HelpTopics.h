@@ -16,6 +16,8 @@ enum class Topic
     HomePanel,
     QuickHelpPanel,
     HistoryPanel,
+    StatisticsPanel,
+    LayersPanel,
     Files,
     Undo,
     Problems,
@@ -23,6 +25,8 @@ enum class Topic
     FillSinks,
     Clamp,
     Scale,
+    Crop,
+    Resample,
     CleanUp
 };
 

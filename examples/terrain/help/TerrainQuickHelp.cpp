@@ -7,6 +7,7 @@
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DataSource.h>
+#include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/QuickHelpDescriptionEntry.h>
 #include <tarqa/housekeeping/QuickHelpKeySequenceEntry.h>
 #include <tarqa/housekeeping/QuickHelpMouseButtonEntry.h>
@@ -32,12 +33,15 @@ std::vector<KeyBinding> bindings(bool for_document)
     return found;
 }
 
-/// What the raster is, as far as commands do not change it.
+/// What the raster is.
 QString facts(const TerrainDocument& document)
 {
     const Raster& raster = document.terrain().raster();
     QStringList facts{
         QObject::tr("%1 × %2 cells").arg(QString::number(raster.columns), QString::number(raster.rows))};
+    if (document.reduction() > 1) {
+        facts.append(QObject::tr("an overview, each of %1 × %1 cells").arg(document.reduction()));
+    }
     if (document.datasource()) {
         facts.append(QObject::tr("heights in %1").arg(document.datasource()->z_units_string()));
     }
@@ -78,6 +82,18 @@ TerrainQuickHelp::TerrainQuickHelp(const TerrainDocument& document)
         p_entry->setAttached(true);
     }
     add_texts(document.id(), QString::fromStdString(document.short_title()), facts(document));
+    housekeeping::DocumentMessage::subscribe(this, Qt::AutoConnection);
+}
+
+/// Commands may have changed the facts; while they run nobody else looks at the raster.
+void TerrainQuickHelp::handle_message(housekeeping::DocumentMessage& message)
+{
+    if (message.doc_change_type() == housekeeping::DocumentMessage::Idle
+        && message.id() == m_p_description->documentId()) {
+        const auto& manager = housekeeping::DocumentManager::const_instance();
+        m_p_description->setDescription(
+            facts(dynamic_cast<const TerrainDocument&>(manager.document_from_id(message.id()))));
+    }
 }
 
 int TerrainQuickHelp::rows(bool with_document)
@@ -100,7 +116,8 @@ void TerrainQuickHelp::add_texts(
     const housekeeping::DocumentId& document, const QString& title, const QString& text)
 {
     (new housekeeping::QuickHelpTitleEntry(this, document, title))->setAttached(true);
-    (new housekeeping::QuickHelpDescriptionEntry(this, document, text))->setAttached(true);
+    m_p_description = new housekeeping::QuickHelpDescriptionEntry(this, document, text);
+    m_p_description->setAttached(true);
 }
 
 } // namespace terrain

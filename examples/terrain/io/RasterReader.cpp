@@ -2,9 +2,9 @@
 
 #include "ErrorCode.h"
 #include "io/GdalMessages.h"
+#include "io/RasterMemory.h"
 
 #include <tarqa/housekeeping/InvalidPath.h>
-#include <tarqa/utilities/Hardware.h>
 
 #include <QtCore/QObject>
 
@@ -20,8 +20,7 @@ namespace {
 
 const char* const s_source = "terrain/io/RasterReader";
 
-/// The work on a raster needs the cells before and after a command.
-const unsigned long long s_bytes_per_cell = 2 * sizeof(double);
+const int s_rows_per_report = 16;
 
 [[noreturn]] void fail(const std::string& path, const QString& reason, unsigned int line)
 {
@@ -66,11 +65,23 @@ bool holds_vector_data(const std::string& path)
     return dataset && dataset->GetLayerCount() > 0;
 }
 
-GDALDatasetUniquePtr open(const std::string& path, const GdalMessages& messages)
+/// How a file is to be opened: the numbers of an ASCII grid have as many digits as they have.
+CPLStringList open_options(const std::string& path)
+{
+    const GdalMessages dropped;
+    const GDALDriverH driver = GDALIdentifyDriver(path.c_str(), nullptr);
+    CPLStringList options;
+    if (driver && EQUAL(GDALGetDriverShortName(driver), "AAIGrid")) {
+        options.SetNameValue("DATATYPE", "Float64");
+    }
+    return options;
+}
+
+std::unique_ptr<GDALDataset> open(const std::string& path, const GdalMessages& messages)
 {
     check_file(path);
-    GDALDatasetUniquePtr dataset(
-        GDALDataset::Open(path.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR));
+    std::unique_ptr<GDALDataset> dataset(GDALDataset::Open(path.c_str(),
+        GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR, nullptr, open_options(path).List()));
     if (!dataset && holds_vector_data(path)) {
         fail(path, QObject::tr("it holds vector data, no raster"), __LINE__);
     }
@@ -117,24 +128,6 @@ GDALRasterBand& usable_band(const std::string& path, GDALDataset& dataset, int n
     return band;
 }
 
-void check_memory(const std::string& path, const Raster& raster)
-{
-    const auto cells
-        = static_cast<unsigned long long>(raster.columns) * static_cast<unsigned long long>(raster.rows);
-    const unsigned long long memory = tarqa::utilities::Hardware::physical_memory();
-    if (memory == 0 || cells <= memory / s_bytes_per_cell) {
-        return;
-    }
-    const double gigabyte = 1e9;
-    const auto in_gigabytes = [gigabyte](double bytes) { return QString::number(bytes / gigabyte, 'f', 1); };
-    fail(path,
-        QObject::tr("its %1 x %2 cells need %3 GB of memory, and this machine has %4 GB")
-            .arg(QString::number(raster.columns), QString::number(raster.rows),
-                in_gigabytes(static_cast<double>(cells) * s_bytes_per_cell),
-                in_gigabytes(static_cast<double>(memory))),
-        __LINE__);
-}
-
 Raster description_of(GDALDataset& dataset, GDALRasterBand& band)
 {
     Raster raster;
@@ -157,29 +150,49 @@ Raster description_of(GDALDataset& dataset, GDALRasterBand& band)
     return raster;
 }
 
-/// Reads a row of cells, as heights.
+/// Makes the description of a raster that of an overview.
+void reduce(Raster& raster, int reduction)
+{
+    const double columns = raster.columns;
+    const double rows = raster.rows;
+    raster.columns = reduced(raster.columns, reduction);
+    raster.rows = reduced(raster.rows, reduction);
+    if (raster.geotransform) {
+        for (const std::size_t across : {1u, 4u}) {
+            (*raster.geotransform)[across] *= columns / raster.columns;
+        }
+        for (const std::size_t down : {2u, 5u}) {
+            (*raster.geotransform)[down] *= rows / raster.rows;
+        }
+    }
+}
+
+/// Reads a row of cells, as heights, or some rows and columns as one.
 class RowReader
 {
 public:
-    RowReader(GDALRasterBand& band, int columns)
+    /// @param columns, rows how many there are to be
+    RowReader(GDALRasterBand& band, int columns, int rows)
         : m_band(band)
         , m_mask(static_cast<std::size_t>(band.GetMaskFlags() == GMF_ALL_VALID ? 0 : columns))
         , m_scale(band.GetScale())
         , m_offset(band.GetOffset())
         , m_is_scaled(m_scale != 1 || m_offset != 0)
         , m_columns(columns)
+        , m_rows(rows)
     { }
 
     bool read(int row, double* p_cells)
     {
-        if (m_band.RasterIO(GF_Read, 0, row, m_columns, 1, p_cells, m_columns, 1, GDT_Float64, 0, 0, nullptr)
-            != CE_None) {
-            return false;
-        }
-        if (!m_mask.empty()
-            && m_band.GetMaskBand()->RasterIO(
-                   GF_Read, 0, row, m_columns, 1, m_mask.data(), m_columns, 1, GDT_Byte, 0, 0, nullptr)
-                != CE_None) {
+        const int first = row_in_file(row);
+        const int count = row_in_file(row + 1) - first;
+        const auto read_band = [&](GDALRasterBand& band, void* p_data, GDALDataType type) {
+            return band.RasterIO(
+                       GF_Read, 0, first, band.GetXSize(), count, p_data, m_columns, 1, type, 0, 0, nullptr)
+                == CE_None;
+        };
+        if (!read_band(m_band, p_cells, GDT_Float64)
+            || (!m_mask.empty() && !read_band(*m_band.GetMaskBand(), m_mask.data(), GDT_Byte))) {
             return false;
         }
         for (int column = 0; column < m_columns; ++column) {
@@ -191,6 +204,10 @@ public:
     }
 
 private:
+    int row_in_file(int row) const
+    {
+        return static_cast<int>(static_cast<long long>(row) * m_band.GetYSize() / m_rows);
+    }
     double height_of(double number) const
     {
         return m_is_scaled ? number * m_scale + m_offset : number; // adding 0 would turn -0.0 into 0.0
@@ -202,14 +219,19 @@ private:
     double m_offset;
     bool m_is_scaled;
     int m_columns;
+    int m_rows;
 };
 
-void read_cells(const std::string& path, GDALRasterBand& band, Raster& raster, const GdalMessages& messages)
+void read_cells(const std::string& path, GDALRasterBand& band, Raster& raster, const GdalMessages& messages,
+    const FileProgress& progress)
 {
     try {
         raster.cells.resize(raster.index(0, raster.rows));
-        RowReader reader(band, raster.columns);
+        RowReader reader(band, raster.columns, raster.rows);
         for (int row = 0; row < raster.rows; ++row) {
+            if (row % s_rows_per_report == 0) {
+                report(progress, static_cast<double>(row) / raster.rows);
+            }
             if (!reader.read(row, raster.cells.data() + raster.index(0, row))) {
                 fail(
                     path, QObject::tr("the file is broken or cut short: %1").arg(quoted(messages)), __LINE__);
@@ -222,15 +244,54 @@ void read_cells(const std::string& path, GDALRasterBand& band, Raster& raster, c
 
 } // namespace
 
-Raster read_raster(const std::string& path, int band_number)
+RasterFile::RasterFile(const std::string& path, int band)
+    : m_path(path)
 {
     const GdalMessages messages;
-    const GDALDatasetUniquePtr dataset = open(path, messages);
-    GDALRasterBand& band = usable_band(path, *dataset, band_number);
-    Raster raster = description_of(*dataset, band);
-    check_memory(path, raster);
-    read_cells(path, band, raster, messages);
+    m_dataset = open(path, messages);
+    m_p_band = &usable_band(path, *m_dataset, band);
+}
+
+RasterFile::~RasterFile()
+{
+    const GdalMessages dropped; // closing may complain about the file once more
+    m_dataset.reset();
+}
+
+int RasterFile::columns() const
+{
+    return m_dataset->GetRasterXSize();
+}
+
+int RasterFile::rows() const
+{
+    return m_dataset->GetRasterYSize();
+}
+
+bool RasterFile::is_plain_geotiff() const
+{
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(m_path, ignored) // no part of one
+        && EQUAL(m_dataset->GetDriver()->GetDescription(), "GTiff") && m_dataset->GetRasterCount() == 1
+        && m_dataset->GetGCPCount() == 0 && CSLCount(m_dataset->GetMetadata("RPC")) == 0
+        && CSLCount(m_dataset->GetMetadata("SUBDATASETS")) == 0;
+}
+
+Raster RasterFile::read(const FileProgress& progress, int reduction) const
+{
+    const GdalMessages messages;
+    Raster raster = description_of(*m_dataset, *m_p_band);
+    reduce(raster, reduction);
+    if (memory_needed(raster.columns, raster.rows) > memory_limit()) {
+        throw RasterTooLarge(m_path, raster.columns, raster.rows);
+    }
+    read_cells(m_path, *m_p_band, raster, messages, progress);
     return raster;
+}
+
+Raster read_raster(const std::string& path, int band)
+{
+    return RasterFile(path, band).read();
 }
 
 } // namespace terrain

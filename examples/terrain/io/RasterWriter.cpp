@@ -1,48 +1,24 @@
 #include "io/RasterWriter.h"
 
-#include "ErrorCode.h"
 #include "documents/Raster.h"
 #include "io/GdalMessages.h"
+#include "io/NewFile.h"
 
-#include <tarqa/housekeeping/InvalidPath.h>
-
-#include <QtCore/QFileInfo>
 #include <QtCore/QObject>
-#include <QtCore/QUuid>
 
 #include <cpl_string.h>
 #include <gdal_priv.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace terrain {
-
-namespace fs = std::filesystem;
 
 namespace {
 
 const char* const s_source = "terrain/io/RasterWriter";
 
 const int s_tile = 256; ///< side of a tile, in cells
-const char* const s_sidecars[] = {".aux.xml", ".ovr", ".msk"}; ///< what GDAL reads along with a file
-
-[[noreturn]] void fail(const std::string& path, const QString& reason, unsigned int line)
-{
-    throw tarqa::housekeeping::InvalidPath(CannotWrite,
-        QObject::tr("Cannot write \"%1\": %2").arg(QString::fromStdString(path), reason), s_source, line,
-        path);
-}
-
-[[noreturn]] void fail(const std::string& path, const GdalMessages& messages, unsigned int line)
-{
-    fail(path, QString::fromStdString(messages.text()), line);
-}
-
-[[noreturn]] void fail(const std::string& path, const std::error_code& error, unsigned int line)
-{
-    fail(path, QString::fromStdString(error.message()), line);
-}
+const double s_writing = 0.8; ///< its share of the time; the rest is reading back
 
 bool fits_float(double cell)
 {
@@ -89,80 +65,6 @@ private:
     bool m_has_marker;
     double m_marker;
 };
-
-/// The file that is written first; deleted, with what GDAL put beside it, unless it was moved away.
-class TemporaryFile
-{
-public:
-    explicit TemporaryFile(const fs::path& target)
-        : m_path(target.string() + "." + QUuid::createUuid().toString(QUuid::Id128).toStdString() + ".part")
-    { }
-    ~TemporaryFile()
-    {
-        std::error_code ignored;
-        fs::remove(m_path, ignored);
-        for (const char* sidecar : s_sidecars) {
-            fs::remove(m_path + sidecar, ignored);
-        }
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    const std::string& path() const { return m_path; }
-
-    /// Puts the file in the place of @p target, and GDAL's companions of the one in place of the other's.
-    std::error_code move_to(const fs::path& target) const
-    {
-        std::error_code error;
-        const fs::file_status replaced = fs::status(target, error);
-        if (fs::exists(replaced)) {
-            fs::permissions(m_path, replaced.permissions(), error);
-        }
-        fs::rename(m_path, target, error);
-        if (error) {
-            return error;
-        }
-        for (const char* sidecar : s_sidecars) {
-            std::error_code ignored;
-            fs::remove(target.string() + sidecar, ignored);
-            fs::rename(m_path + sidecar, target.string() + sidecar, ignored);
-        }
-        return error;
-    }
-
-private:
-    std::string m_path;
-};
-
-/// The file behind symbolic links, after a look at what would stand in its way.
-fs::path checked_target(const std::string& path)
-{
-    std::error_code error;
-    fs::path target = path;
-    if (fs::is_symlink(target, error)) {
-        target = fs::weakly_canonical(path, error);
-        if (error) {
-            fail(path, error, __LINE__);
-        }
-    }
-    const fs::file_status status = fs::status(target, error);
-    if (fs::is_directory(status)) {
-        fail(path, QObject::tr("it is a directory"), __LINE__);
-    }
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        fail(path, QObject::tr("it is not a regular file"), __LINE__);
-    }
-    if (fs::exists(status) && !QFileInfo(QString::fromStdString(target.string())).isWritable()) {
-        fail(path, QObject::tr("it is read-only"), __LINE__);
-    }
-    const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    if (!fs::is_directory(directory, error)) {
-        fail(path,
-            QObject::tr("there is no directory \"%1\"").arg(QString::fromStdString(directory.string())),
-            __LINE__);
-    }
-    return target;
-}
 
 CPLStringList creation_options(const Raster& raster)
 {
@@ -215,8 +117,8 @@ bool for_blocks(const Raster& raster, const Encoding& encoding, Use use)
     return true;
 }
 
-bool write_file(
-    const Raster& raster, const Encoding& encoding, const std::string& path, const GdalMessages& messages)
+bool write_file(const Raster& raster, const Encoding& encoding, const std::string& path,
+    const GdalMessages& messages, const FileProgress& progress)
 {
     GDALDriver* const p_driver = GetGDALDriverManager()->GetDriverByName("GTiff");
     GDALDatasetUniquePtr dataset(p_driver->Create(
@@ -226,6 +128,7 @@ bool write_file(
     }
     GDALRasterBand& band = *dataset->GetRasterBand(1);
     const auto write_block = [&](int row, int rows, std::vector<double>& numbers) {
+        report(progress, s_writing * row / raster.rows);
         return band.RasterIO(GF_Write, 0, row, raster.columns, rows, numbers.data(), raster.columns, rows,
                    GDT_Float64, 0, 0, nullptr)
             == CE_None;
@@ -244,7 +147,8 @@ bool same_number(double one, double other)
 }
 
 /// Reads the file back.
-bool verify_file(const Raster& raster, const Encoding& encoding, const std::string& path)
+bool verify_file(
+    const Raster& raster, const Encoding& encoding, const std::string& path, const FileProgress& progress)
 {
     const GDALDatasetUniquePtr dataset(
         GDALDataset::Open(path.c_str(), GDAL_OF_RASTER | GDAL_OF_VERBOSE_ERROR));
@@ -254,6 +158,7 @@ bool verify_file(const Raster& raster, const Encoding& encoding, const std::stri
     GDALRasterBand& band = *dataset->GetRasterBand(1);
     std::vector<double> read;
     return for_blocks(raster, encoding, [&](int row, int rows, const std::vector<double>& numbers) {
+        report(progress, s_writing + (1 - s_writing) * row / raster.rows);
         read.resize(numbers.size());
         return band.RasterIO(GF_Read, 0, row, raster.columns, rows, read.data(), raster.columns, rows,
                    GDT_Float64, 0, 0, nullptr)
@@ -264,22 +169,19 @@ bool verify_file(const Raster& raster, const Encoding& encoding, const std::stri
 
 } // namespace
 
-void write_raster(const Raster& raster, const std::string& path)
+void write_raster(const Raster& raster, const std::string& path, const FileProgress& progress)
 {
-    const fs::path target = checked_target(path);
+    const NewFile file(path);
     const Encoding encoding(raster);
-    const TemporaryFile temporary(target);
     const GdalMessages messages;
-    if (!write_file(raster, encoding, temporary.path(), messages)) {
-        fail(path, messages, __LINE__);
+    if (!write_file(raster, encoding, file.temporary(), messages, progress)) {
+        file.fail(messages, s_source, __LINE__);
     }
-    if (!verify_file(raster, encoding, temporary.path())) {
-        fail(path, QObject::tr("what was written cannot be read back. %1").arg(messages.text().c_str()),
-            __LINE__);
+    if (!verify_file(raster, encoding, file.temporary(), progress)) {
+        file.fail(QObject::tr("what was written cannot be read back. %1").arg(messages.text().c_str()),
+            s_source, __LINE__);
     }
-    if (const std::error_code error = temporary.move_to(target)) {
-        fail(path, error, __LINE__);
-    }
+    file.put_in_place();
 }
 
 } // namespace terrain

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "io/FileProgress.h"
+
 #include <string>
 
 namespace terrain {
@@ -11,12 +13,11 @@ struct Raster;
  * 64-bit numbers. Cells without data get the raster's own no-data number, or NaN if it has none or a height
  * equals it.
  *
- * The file appears, complete and read back, or it does not: it is written under another name beside its place
- * and moved there at the end, so whatever was there before stays if anything goes wrong.
+ * The file appears, complete and read back, or it does not; see NewFile.
  *
  * @param path the file, UTF-8; its directory must exist, and it is overwritten if it exists
- * @throws housekeeping::InvalidPath if it cannot be written
+ * @throws housekeeping::InvalidPath if it cannot be written; FileCancelled
  */
-void write_raster(const Raster& raster, const std::string& path);
+void write_raster(const Raster& raster, const std::string& path, const FileProgress& progress = nullptr);
 
 } // namespace terrain

@@ -52,6 +52,7 @@ HomePanel::HomePanel(QWidget* p_parent)
         emit chosen(m_documents[static_cast<std::size_t>(m_p_list->row(p_item))]);
     });
     list({}, housekeeping::DocumentId::null());
+    housekeeping::DocumentMessage::subscribe(this, Qt::AutoConnection);
 }
 
 void HomePanel::list(
@@ -69,16 +70,37 @@ void HomePanel::list(
     m_p_hint->setVisible(m_documents.empty());
 }
 
-QListWidgetItem* HomePanel::make_item(const TerrainDocument& document) const
+void HomePanel::handle_message(housekeeping::DocumentMessage& message)
 {
-    const Raster& raster = document.terrain().raster();
-    const QString size
-        = tr("%1 × %2 cells").arg(QString::number(raster.columns), QString::number(raster.rows));
-    const QString source = source_of(document);
-    auto* const p_item = new QListWidgetItem(
-        QString("%1\n%2\n%3").arg(QString::fromStdString(document.short_title()), size, source));
-    p_item->setToolTip(source);
+    using housekeeping::DocumentMessage;
+    if (message.doc_change_type() == DocumentMessage::Destroyed) {
+        m_sizes.erase(message.id());
+        return;
+    }
+    const auto found = std::find(m_documents.begin(), m_documents.end(), message.id());
+    if (message.doc_change_type() == DocumentMessage::Idle && found != m_documents.end()) {
+        const auto& manager = housekeeping::DocumentManager::const_instance();
+        m_p_list->item(static_cast<int>(found - m_documents.begin()))
+            ->setText(text_of(dynamic_cast<const TerrainDocument&>(manager.document_from_id(message.id()))));
+    }
+}
+
+QListWidgetItem* HomePanel::make_item(const TerrainDocument& document)
+{
+    auto* const p_item = new QListWidgetItem(text_of(document));
+    p_item->setToolTip(source_of(document));
     return p_item;
+}
+
+QString HomePanel::text_of(const TerrainDocument& document)
+{
+    QString& size = m_sizes[document.id()];
+    if (!housekeeping::DocumentManager::const_instance().document_busy(document.id())) {
+        const Raster& raster = document.terrain().raster();
+        size = tr("%1 × %2 cells").arg(QString::number(raster.columns), QString::number(raster.rows));
+    }
+    return QString("%1\n%2\n%3")
+        .arg(QString::fromStdString(document.short_title()), size, source_of(document));
 }
 
 QSize HomePanel::sizeHint() const

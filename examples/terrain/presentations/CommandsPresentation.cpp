@@ -2,12 +2,16 @@
 
 #include "commands/ClampCommand.h"
 #include "commands/CleanUpCommand.h"
+#include "commands/CropCommand.h"
 #include "commands/FillSinksCommand.h"
+#include "commands/ResampleCommand.h"
 #include "commands/ScaleCommand.h"
 #include "commands/SmoothCommand.h"
 #include "documents/RasterSummary.h"
 #include "documents/TerrainModel.h"
+#include "windows/CropDialog.h"
 #include "windows/ParameterDialog.h"
+#include "windows/ResampleDialog.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
@@ -88,6 +92,9 @@ void CommandsPresentation::init_presentation()
         tr("Fill hollows up to where water would flow out of them"), &CommandsPresentation::fill_sinks);
     m_p_clamp = add_action(tr("&Clamp…"), tr("Bring heights into a range"), &CommandsPresentation::clamp);
     m_p_scale = add_action(tr("Sc&ale…"), tr("Multiply heights by a factor"), &CommandsPresentation::scale);
+    m_p_crop = add_action(tr("Cro&p…"), tr("Keep some columns and rows only"), &CommandsPresentation::crop);
+    m_p_resample = add_action(
+        tr("&Resample…"), tr("Make the cells larger or smaller"), &CommandsPresentation::resample);
     m_p_clean_up = add_action(tr("Clean &Up"), tr("Clamp to what occurs on the Earth, fill sinks, smooth"),
         &CommandsPresentation::clean_up);
 }
@@ -113,7 +120,7 @@ void CommandsPresentation::handle_message(housekeeping::gui::MainWindowMessage& 
         message.insertMenu(s_place_in_menu_bar, m_menu.get());
     } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_menu.get()) {
         for (QAction* const p_action : m_actions) {
-            if (p_action == m_p_clean_up) {
+            if (p_action == m_p_crop || p_action == m_p_clean_up) {
                 message.addSeparator();
             }
             message.addAction(p_action);
@@ -142,7 +149,7 @@ void CommandsPresentation::smooth()
         {{tr("&Radius:"), static_cast<double>(controller()->state()->radius), 1, s_largest_radius, 0,
             tr("cells")}},
         QApplication::activeWindow());
-    if (dialog.exec() == QDialog::Accepted && may_run()) {
+    if (is_accepted(dialog)) {
         const int radius = static_cast<int>(dialog.value(0));
         controller()->state()->radius = radius;
         run<SmoothCommand>(radius);
@@ -166,7 +173,7 @@ void CommandsPresentation::clamp()
         {{tr("&Lowest height:"), bounds.first, -s_largest, s_largest, 3, QString()},
             {tr("&Highest height:"), bounds.second, -s_largest, s_largest, 3, QString()}},
         QApplication::activeWindow());
-    if (dialog.exec() == QDialog::Accepted && may_run()) {
+    if (is_accepted(dialog)) {
         controller()->state()->bounds = {dialog.value(0), dialog.value(1)};
         run<ClampCommand>(dialog.value(0), dialog.value(1));
     }
@@ -180,9 +187,34 @@ void CommandsPresentation::scale()
     ParameterDialog dialog(tr("Scale"), Topic::Scale,
         {{tr("&Factor:"), controller()->state()->factor, -s_largest, s_largest, 4, QString()}},
         QApplication::activeWindow());
-    if (dialog.exec() == QDialog::Accepted && may_run()) {
+    if (is_accepted(dialog)) {
         controller()->state()->factor = dialog.value(0);
         run<ScaleCommand>(dialog.value(0));
+    }
+}
+
+void CommandsPresentation::crop()
+{
+    if (!may_run()) {
+        return;
+    }
+    CropDialog dialog(current_raster(), QApplication::activeWindow());
+    if (is_accepted(dialog)) {
+        run<CropCommand>(dialog.range());
+    }
+}
+
+void CommandsPresentation::resample()
+{
+    if (!may_run()) {
+        return;
+    }
+    const CommandsController::State& last = *controller()->state();
+    ResampleDialog dialog(current_raster(), last.cell_factor, last.resampling, QApplication::activeWindow());
+    if (is_accepted(dialog)) {
+        controller()->state()->cell_factor = dialog.factor();
+        controller()->state()->resampling = dialog.method();
+        run<ResampleCommand>(dialog.factor(), dialog.method());
     }
 }
 
@@ -193,8 +225,7 @@ void CommandsPresentation::clean_up()
     }
 }
 
-/// Whether there is a document, and nothing is running; says so if something is. A dialog lets other things
-/// happen, so ask again after it.
+/// Whether there is a document, and nothing is running; says so if something is.
 bool CommandsPresentation::may_run() const
 {
     if (housekeeping::DocumentManager::instance().documents_busy()) {
@@ -204,6 +235,20 @@ bool CommandsPresentation::may_run() const
     return controller()->state() != nullptr;
 }
 
+/// Shows a dialog. @return whether the command may run now: a dialog lets other things happen, and what was
+/// chosen is for the document of before
+bool CommandsPresentation::is_accepted(QDialog& dialog) const
+{
+    const housekeeping::DocumentId document = controller()->state()->document_id();
+    return dialog.exec() == QDialog::Accepted && may_run()
+        && controller()->state()->document_id() == document;
+}
+
+const Raster& CommandsPresentation::current_raster() const
+{
+    return TerrainModel::of(controller()->state()->document_id()).raster();
+}
+
 /// Those of the last time, else the range of the heights.
 std::pair<double, double> CommandsPresentation::proposed_bounds() const
 {
@@ -211,7 +256,7 @@ std::pair<double, double> CommandsPresentation::proposed_bounds() const
     if (state.bounds) {
         return *state.bounds;
     }
-    const RasterSummary summary(TerrainModel::of(state.document_id()).raster().cells);
+    const RasterSummary summary(current_raster().cells);
     return {summary.minimum, summary.maximum};
 }
 

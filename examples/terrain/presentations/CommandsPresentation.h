@@ -13,11 +13,14 @@
 #include <vector>
 
 class QAction;
+class QDialog;
 class QMenu;
 
 namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
+
+struct Raster;
 
 /**
  * The Tools menu: asks for the parameters of a command, has it run, and says how it ended. The face of the
@@ -41,6 +44,8 @@ public:
     QAction* fill_sinks_action() const { return m_p_fill_sinks; }
     QAction* clamp_action() const { return m_p_clamp; }
     QAction* scale_action() const { return m_p_scale; }
+    QAction* crop_action() const { return m_p_crop; }
+    QAction* resample_action() const { return m_p_resample; }
     QAction* clean_up_action() const { return m_p_clean_up; }
 
 public slots:
@@ -59,9 +64,13 @@ private:
     void fill_sinks();
     void clamp();
     void scale();
+    void crop();
+    void resample();
     void clean_up();
 
     bool may_run() const;
+    bool is_accepted(QDialog& dialog) const;
+    const Raster& current_raster() const;
     std::pair<double, double> proposed_bounds() const;
     template <class Command, class... Arguments>
     void run(Arguments... arguments);
@@ -73,6 +82,8 @@ private:
     QAction* m_p_fill_sinks = nullptr;
     QAction* m_p_clamp = nullptr;
     QAction* m_p_scale = nullptr;
+    QAction* m_p_crop = nullptr;
+    QAction* m_p_resample = nullptr;
     QAction* m_p_clean_up = nullptr;
 };
 

@@ -12,6 +12,7 @@
 #include "sample/FractalTerrain.h"
 #include "tour/CommandSteps.h"
 #include "tour/HelpSteps.h"
+#include "tour/PanelSteps.h"
 #include "tour/PreferencesSteps.h"
 #include "tour/UserInput.h"
 #include "views/TerrainView.h"
@@ -47,6 +48,7 @@ const int s_notches = 7;
 const int s_many_colours = 40;
 const int s_sampling = 7; ///< pixels
 const unsigned int s_held_up_at = 40; ///< per cent
+const int s_panels = 5;
 const int s_rows_of_the_library = 2; ///< of the quick help, for undo and redo
 const QPoint s_place_of_floating_panel(150, 110); ///< in the main window
 
@@ -264,7 +266,7 @@ void tear_panel_off(TourStage& stage)
 Checks see_floating_panel(TourStage& stage)
 {
     QuickHelpPanel& panel = stage.window.quick_help();
-    return {tab_count_is(stage.window, 2),
+    return {tab_count_is(stage.window, s_panels - 1),
         {QObject::tr("the quick help floats"), panel.isVisible() && panel.window() != &stage.window},
         {QObject::tr("its picture is not uniform"), is_varied(panel.grab().toImage())},
         quick_help_is_complete(stage.window, true)};
@@ -280,7 +282,7 @@ void close_floating_panel(TourStage& stage)
 Checks see_docked_panel(TourStage& stage)
 {
     QuickHelpPanel& panel = stage.window.quick_help();
-    return {tab_count_is(stage.window, 3),
+    return {tab_count_is(stage.window, s_panels),
         {QObject::tr("the quick help is docked"), panel.isVisible() && panel.window() == &stage.window},
         {QObject::tr("its picture is not uniform"), is_varied(panel.grab().toImage())}};
 }
@@ -357,6 +359,8 @@ const std::vector<TourStep>& tour_steps()
         {"first-document-again", TourPicture::Window, &choose_first, &see_first_again},
         {"floating-panel", TourPicture::AllWindows, &tear_panel_off, &see_floating_panel},
         {"docked-panel", TourPicture::Window, &close_floating_panel, &see_docked_panel},
+        {"statistics", TourPicture::Window, &open_statistics, &see_statistics},
+        {"layers", TourPicture::Window, &open_layers, &see_layers},
         {"start-page", TourPicture::Window, &close_documents, &see_start_page, QMessageBox::Discard},
     };
     return s_steps;

@@ -48,4 +48,21 @@ Footprint::Footprint(const Raster& raster)
     rows_run_north = g[5] > 0;
 }
 
+std::optional<QTransform> ground_of_map(const Raster& raster, const Footprint& footprint)
+{
+    if (!raster.geotransform) {
+        return {};
+    }
+    const std::array<double, 6>& g = *raster.geotransform;
+    const QTransform ground(g[1], g[4], g[2], g[5], g[0], g[3]);
+    if (!ground.isInvertible()) {
+        return {};
+    }
+    const bool west = footprint.columns_run_west;
+    const bool north = footprint.rows_run_north;
+    const QTransform cells(
+        west ? -1 : 1, 0, 0, north ? -1 : 1, west ? raster.columns : 0, north ? raster.rows : 0);
+    return cells * ground;
+}
+
 } // namespace terrain

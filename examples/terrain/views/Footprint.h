@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QtGui/QTransform>
+
+#include <optional>
+
 namespace terrain {
 
 struct Raster;
@@ -16,5 +20,9 @@ struct Footprint
     bool columns_run_west = false; ///< the first column lies in the east
     bool rows_run_north = false; ///< the first row lies in the south
 };
+
+/// From a map's columns and rows, counted from its upper left corner, to the coordinates of the raster's
+/// reference system; nothing if the raster does not say where it lies.
+std::optional<QTransform> ground_of_map(const Raster& raster, const Footprint& footprint);
 
 } // namespace terrain

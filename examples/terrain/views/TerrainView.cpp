@@ -4,6 +4,7 @@
 #include "documents/TerrainModel.h"
 #include "preferences/PreferencesChanged.h"
 #include "views/MapFurniture.h"
+#include "views/MapLegend.h"
 #include "views/MapMouse.h"
 
 #include <tarqa/housekeeping/ApplicationManager.h>
@@ -28,22 +29,16 @@ const double s_pan_part = 0.15; ///< of the widget that a key moves the map by
 const double s_largest_scale = 64; ///< pixels for a cell, or if this is more ...
 const double s_largest_part = 8; ///< ... this multiple of the scale at which the raster is shown whole
 const double s_smallest_part = 0.25; ///< of the scale at which the raster is shown whole
-const double s_pixels_of_visible_cells = 3; ///< cells that are drawn larger than this have edges
 const int s_glide_time = 180; ///< milliseconds
-
-QString number(double value, bool angular)
-{
-    return QString::number(value, 'f', angular ? 5 : 1);
-}
 
 const housekeeping::ApplicationManager& preferences()
 {
     return housekeeping::ApplicationManager::const_instance();
 }
 
-HillShade::Sampling sampling()
+Sampling sampling()
 {
-    return preferences().hqDownsample() ? HillShade::Sampling::Mean : HillShade::Sampling::Nearest;
+    return preferences().hqDownsample() ? Sampling::Mean : Sampling::Nearest;
 }
 
 } // namespace
@@ -52,12 +47,11 @@ TerrainView::TerrainView(const housekeeping::DocumentId& document, QWidget* p_pa
     : QWidget(p_parent)
     , m_document(document)
     , m_footprint(TerrainModel::of(document).raster())
-    , m_shade(TerrainModel::of(document).raster(), m_footprint, sampling())
+    , m_picture(TerrainModel::of(document).raster(), m_footprint, sampling(), m_layers)
     , m_hq_downsample(preferences().hqDownsample())
 {
     const TerrainDocument& shown = *terrain_document();
-    const Raster& raster = shown.terrain().raster();
-    m_cells = QSizeF(std::max(raster.columns, 1), std::max(raster.rows, 1)); // an empty one has a map too
+    take_place(shown.terrain().raster());
     m_unit = shown.datasource() ? shown.datasource()->z_units_string() : QString();
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -75,12 +69,26 @@ TerrainView::TerrainView(const housekeeping::DocumentId& document, QWidget* p_pa
 
 void TerrainView::refresh()
 {
-    if (const TerrainDocument* const p_document = terrain_document()) {
-        m_shade = HillShade(p_document->terrain().raster(), m_footprint, sampling());
-        m_hq_downsample = preferences().hqDownsample();
-        update();
-        map_moved();
+    const TerrainDocument* const p_document = terrain_document();
+    if (!p_document) {
+        return;
     }
+    const Raster& raster = p_document->terrain().raster();
+    m_picture.refresh(raster, Footprint(raster), sampling());
+    m_hq_downsample = preferences().hqDownsample();
+    follow_raster(raster);
+    map_moved();
+}
+
+void TerrainView::set_layers(const MapLayers& layers)
+{
+    if (layers == m_layers) {
+        return;
+    }
+    m_picture.show(layers);
+    m_layers = layers;
+    update();
+    emit layers_changed(m_layers);
 }
 
 const TerrainDocument* TerrainView::terrain_document() const
@@ -99,16 +107,43 @@ void TerrainView::handle_message(housekeeping::ApplicationMessage& message)
     if (!preferences().animateCameraJumps()) {
         m_glide.stop();
     }
-    const bool is_sampled = m_shade.cells_per_pixel() > 1;
+    const bool is_sampled = m_picture.shade().cells_per_pixel() > 1;
     // After a command the map is refreshed anyway.
-    const bool is_busy = housekeeping::DocumentManager::const_instance().document_busy(m_document);
-    if (is_sampled && !is_busy && m_hq_downsample != preferences().hqDownsample()) {
+    if (is_sampled && readable_raster() && m_hq_downsample != preferences().hqDownsample()) {
         refresh();
     }
     update();
 }
 
 // --- where the map is
+
+/// Takes over how a raster lies on the ground.
+void TerrainView::take_place(const Raster& raster)
+{
+    m_footprint = Footprint(raster);
+    m_ground = ground_of_map(raster, m_footprint);
+    m_cells = QSizeF(std::max(raster.columns, 1), std::max(raster.rows, 1)); // an empty one has a map too
+}
+
+/// Takes over how a changed raster lies on the ground, and looks at the same place as before.
+void TerrainView::follow_raster(const Raster& raster)
+{
+    const QSizeF cells = m_cells;
+    const auto ground = m_ground;
+    const double cell_height = m_footprint.cell_height;
+    take_place(raster);
+    if (m_cells == cells && m_ground == ground) {
+        return;
+    }
+    m_glide.stop();
+    if (m_fits || !ground || !m_ground) {
+        show_whole();
+        return;
+    }
+    m_camera.centre = m_ground->inverted().map(ground->map(m_camera.centre));
+    set_scale(m_camera.scale * m_footprint.cell_height / cell_height);
+    keep_map_in_sight();
+}
 
 QPointF TerrainView::pixels_per_cell(const Camera& camera) const
 {
@@ -290,45 +325,16 @@ void TerrainView::stop_gliding()
 
 std::optional<Reading> TerrainView::reading(const QPointF& point) const
 {
-    const TerrainDocument* const p_document = terrain_document();
-    const QPointF place = map_position(point);
-    if (!p_document || place.x() < 0 || place.y() < 0
-        || housekeeping::DocumentManager::const_instance().document_busy(m_document)) {
-        return {};
-    }
-    const Raster& raster = p_document->terrain().raster();
-    if (place.x() >= raster.columns || place.y() >= raster.rows) {
-        return {};
-    }
-    const int column = static_cast<int>(place.x());
-    const int row = static_cast<int>(place.y());
-    Reading found{m_footprint.columns_run_west ? raster.columns - 1 - column : column,
-        m_footprint.rows_run_north ? raster.rows - 1 - row : row, no_data};
-    found.height = raster.cell(found.column, found.row);
-    return found;
+    const Raster* const p_raster = readable_raster();
+    return p_raster ? reading_at(map_position(point), *p_raster, m_footprint) : std::optional<Reading>();
 }
 
 QString TerrainView::reading_text(const QPointF& point) const
 {
     const auto found = reading(point);
-    if (!found) {
-        return {};
-    }
-    const QString height = is_no_data(found->height)
-        ? tr("no data")
-        : QString("%1 %2").arg(height_text(found->height), m_unit).trimmed();
-    const QString cell = tr("column %1, row %2").arg(found->column).arg(found->row);
-    const auto& geotransform = terrain_document()->terrain().raster().geotransform;
-    if (!geotransform) {
-        return tr("%1   at %2").arg(height, cell);
-    }
-    const std::array<double, 6>& g = *geotransform;
-    const double column = found->column + 0.5;
-    const double row = found->row + 0.5;
-    const double x = g[0] + column * g[1] + row * g[2];
-    const double y = g[3] + column * g[4] + row * g[5];
-    return tr("%1   at %2, %3   (%4)")
-        .arg(height, number(x, m_footprint.angular), number(y, m_footprint.angular), cell);
+    return found
+        ? terrain::reading_text(*found, terrain_document()->terrain().raster(), m_unit, m_footprint.angular)
+        : QString();
 }
 
 // --- events
@@ -344,13 +350,13 @@ QColor TerrainView::background() const
     return colour.isValid() ? colour : palette().color(QPalette::Base); // before the preferences were read
 }
 
-/// Far in, the cells are to be seen as they are; far out, a smooth picture hides fewer of them, but is
-/// slower.
-bool TerrainView::is_smooth(const Camera& camera) const
+/// The raster, unless the document has gone, or a command may change the cells in another thread.
+const Raster* TerrainView::readable_raster() const
 {
-    const double ratio = devicePixelRatioF();
-    const bool is_reduced = camera.scale * m_shade.cells_per_pixel() * ratio < 1;
-    return camera.scale / ratio < s_pixels_of_visible_cells && (!is_reduced || preferences().hqDownsample());
+    const TerrainDocument* const p_document = terrain_document();
+    return p_document && !housekeeping::DocumentManager::const_instance().document_busy(m_document)
+        ? &p_document->terrain().raster()
+        : nullptr;
 }
 
 void TerrainView::paintEvent(QPaintEvent*)
@@ -358,16 +364,29 @@ void TerrainView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), background());
     const Camera camera = drawn_camera();
-    const QImage& picture = m_shade.picture();
-    const double step = m_shade.cells_per_pixel();
-    const QRectF target(widget_position(QPointF(0, 0), camera),
-        widget_position(QPointF(picture.width() * step, picture.height() * step), camera));
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, is_smooth(camera));
-    painter.drawImage(target, picture, picture.rect());
-    if (m_shade.has_heights()) {
-        draw_legend(painter, rect(), m_shade.lowest(), m_shade.highest(), m_unit);
+    const QPointF pixels = pixels_per_cell(camera);
+    const QPointF corner = widget_position(QPointF(0, 0), camera);
+    const QTransform to_widget(pixels.x(), 0, 0, pixels.y(), corner.x(), corner.y());
+    // While it glides, it must not wait for details.
+    const Raster* const p_raster = is_gliding() ? nullptr : readable_raster();
+    if (!m_picture.draw(painter, to_widget, rect(), p_raster, preferences().hqDownsample())) {
+        update();
     }
-    draw_scale_bar(painter, rect(), m_footprint.in_metres ? m_footprint.cell_height / camera.scale : 0);
+    draw_furniture(painter, camera);
+}
+
+void TerrainView::draw_furniture(QPainter& painter, const Camera& camera) const
+{
+    if (m_layers.legend && m_picture.shade().has_heights()) {
+        draw_legend(painter, rect(), palette(), m_picture.legend(m_unit));
+    }
+    if (m_layers.scale_bar) {
+        draw_scale_bar(
+            painter, rect(), palette(), m_footprint.in_metres ? m_footprint.cell_height / camera.scale : 0);
+    }
+    if (m_layers.contours) {
+        draw_note(painter, rect(), palette(), m_picture.contours().problem());
+    }
 }
 
 void TerrainView::resizeEvent(QResizeEvent*)

@@ -2,13 +2,16 @@
 
 #include "views/Camera.h"
 #include "views/Footprint.h"
-#include "views/HillShade.h"
+#include "views/MapLayers.h"
+#include "views/MapPicture.h"
+#include "views/Reading.h"
 
 #include <tarqa/housekeeping/ApplicationMessage.h>
 #include <tarqa/housekeeping/DocumentId.h>
 
 #include <QtCore/QPointF>
 #include <QtCore/QVariantAnimation>
+#include <QtGui/QTransform>
 #include <QtWidgets/QWidget>
 
 #include <optional>
@@ -19,24 +22,17 @@ namespace housekeeping = tarqa::housekeeping;
 
 class TerrainDocument;
 
-/// What a map says about the place under the pointer.
-struct Reading
-{
-    int column; ///< of the cell, counted from 0
-    int row;
-    double height; ///< no_data if the cell holds none
-};
-
 /**
- * A map of one document's raster, with a scale bar and a legend. The wheel zooms at the pointer, dragging
- * moves the map: with the left button, and with those that the user's mouse mode moves views with.
+ * A map of one document's raster, with contour lines, a scale bar and a legend, as its layers say. The wheel
+ * zooms at the pointer, dragging moves the map: with the left button, and with those that the user's mouse
+ * mode moves views with.
  *
  * The slots are for keys and menus: if the user prefers it, they let the map glide to where they lead, for a
  * moment. Everything that is asked about the map is answered for its new place from the beginning; whoever
  * takes hold of the map meanwhile with the mouse, zoom() or pan() has it stop where it is.
  *
  * It draws a picture that was made from the cells; refresh() makes it anew. It may outlive its document, and
- * then shows the last picture. Main thread.
+ * then shows the last picture, whose layers can still be changed. Main thread.
  */
 class TerrainView : public QWidget
 {
@@ -51,8 +47,16 @@ public:
 
     const housekeeping::DocumentId& document() const { return m_document; }
 
-    /// Draws the document's cells as they are now; the map stays where it is. Not while a command runs.
+    /// Draws the document's cells as they are now. The map stays where it is on the ground, also if the
+    /// raster has another extent or resolution than before. Not while a command runs.
     void refresh();
+
+    const MapLayers& layers() const { return m_layers; }
+    /// Draws the map with other layers. @throws housekeeping::HousekeepingException if it cannot be drawn;
+    /// it stays as it is then
+    void set_layers(const MapLayers& layers);
+    /// What the map shows of the cells.
+    const MapPicture& picture() const { return m_picture; }
 
     /// How large the map is drawn, in pixels for the height of a cell.
     double scale() const { return m_camera.scale; }
@@ -92,6 +96,8 @@ signals:
     void reading_changed(const QString& text);
     /// The map is drawn larger or smaller. @param scale as scale()
     void scale_changed(double scale);
+    /// The map is drawn with other layers than before.
+    void layers_changed(const terrain::MapLayers& layers);
 
 private slots:
     /// Draws the map as the user prefers it now.
@@ -108,6 +114,8 @@ protected:
 
 private:
     const TerrainDocument* terrain_document() const;
+    void take_place(const Raster& raster);
+    void follow_raster(const Raster& raster);
     QColor background() const;
 
     QPointF pixels_per_cell(const Camera& camera) const;
@@ -127,12 +135,15 @@ private:
     Camera drawn_camera() const;
     void stop_gliding();
 
-    bool is_smooth(const Camera& camera) const;
+    const Raster* readable_raster() const;
+    void draw_furniture(QPainter& painter, const Camera& camera) const;
 
     housekeeping::DocumentId m_document;
+    MapLayers m_layers;
     Footprint m_footprint;
-    HillShade m_shade;
+    MapPicture m_picture;
     QSizeF m_cells; // columns and rows
+    std::optional<QTransform> m_ground; // of the map, if it is known
     QString m_unit;
 
     Camera m_camera; // where the map is, or glides to

@@ -4,7 +4,9 @@
 #include "help/HelpTopics.h"
 #include "panels/HistoryPanel.h"
 #include "panels/HomePanel.h"
+#include "panels/LayersPanel.h"
 #include "panels/QuickHelpPanel.h"
+#include "panels/StatisticsPanel.h"
 #include "views/TerrainView.h"
 
 #include <tarqa/housekeeping/gui/HelpManager.h>
@@ -34,6 +36,8 @@ const Place s_places[] = {
     {HomePanel::staticMetaObject, Topic::HomePanel},
     {QuickHelpPanel::staticMetaObject, Topic::QuickHelpPanel},
     {HistoryPanel::staticMetaObject, Topic::HistoryPanel},
+    {StatisticsPanel::staticMetaObject, Topic::StatisticsPanel},
+    {LayersPanel::staticMetaObject, Topic::LayersPanel},
     {gui::PreferencesDialog::staticMetaObject, Topic::Preferences},
 };
 

@@ -13,6 +13,7 @@ Deeds::Deeds(QObject* p_parent)
     for (const KeyBinding& binding : key_bindings()) {
         auto* const p_action = new QAction(binding.text, this);
         p_action->setShortcut(binding.keys);
+        p_action->setCheckable(binding.checkable);
         p_action->setShortcutContext(
             binding.scope == Scope::Map ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
         p_action->setStatusTip(binding.description);

@@ -35,6 +35,33 @@ void DocumentViews::obey(const Deeds& deeds)
             }
         });
     }
+    obey_switches(deeds);
+}
+
+void DocumentViews::obey_switches(const Deeds& deeds)
+{
+    m_switches = {{&deeds.action(Deed::ContourLines), &MapLayers::contours},
+        {&deeds.action(Deed::Legend), &MapLayers::legend},
+        {&deeds.action(Deed::ScaleBar), &MapLayers::scale_bar}};
+    for (const auto& [p_switch, member] : m_switches) {
+        connect(p_switch, &QAction::triggered, this, [this, layer = member](bool on) {
+            if (TerrainView* const p_view = current()) {
+                MapLayers layers = p_view->layers();
+                layers.*layer = on;
+                p_view->set_layers(layers);
+            }
+        });
+    }
+    connect(this, &QStackedWidget::currentChanged, this, &DocumentViews::show_switches);
+}
+
+/// Lets the switches tell what the map on top shows.
+void DocumentViews::show_switches() const
+{
+    const TerrainView* const p_view = current();
+    for (const auto& [p_switch, layer] : m_switches) {
+        p_switch->setChecked(p_view && p_view->layers().*layer);
+    }
 }
 
 TerrainView& DocumentViews::add(const housekeeping::DocumentId& document)
@@ -42,6 +69,7 @@ TerrainView& DocumentViews::add(const housekeeping::DocumentId& document)
     auto* const p_view = new TerrainView(document);
     addWidget(p_view);
     m_views[document] = p_view;
+    connect(p_view, &TerrainView::layers_changed, this, &DocumentViews::show_switches);
     show_document(document);
     return *p_view;
 }

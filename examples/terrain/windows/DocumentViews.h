@@ -6,9 +6,13 @@
 
 #include <map>
 
+class QAction;
+
 namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
+
+struct MapLayers;
 
 class Deeds;
 class RecentFiles;
@@ -24,7 +28,7 @@ public:
     /// @param recent for the page; must outlive the object
     explicit DocumentViews(const RecentFiles& recent, QWidget* p_parent = nullptr);
 
-    /// Lets the map on top carry out the deeds that move a map.
+    /// Lets the map on top carry out the deeds that move a map, or change what it shows.
     void obey(const Deeds& deeds);
 
     /// Makes a document's map and puts it on top.
@@ -43,6 +47,10 @@ public:
     StartPage& start_page() const { return *m_p_start_page; }
 
 private:
+    void obey_switches(const Deeds& deeds);
+    void show_switches() const;
+
+    std::map<QAction*, bool MapLayers::*> m_switches; // not owned; each with its layer
     StartPage* m_p_start_page; // a child
     std::map<housekeeping::DocumentId, TerrainView*> m_views; // children
 };

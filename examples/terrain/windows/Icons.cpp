@@ -24,6 +24,14 @@ void draw_open(QPainter& painter)
     painter.drawPolygon(QPolygonF({{3, 19}, {6.5, 11.5}, {22, 11.5}, {18.5, 19}}));
 }
 
+/// A floppy disk.
+void draw_save(QPainter& painter)
+{
+    painter.drawPolygon(QPolygonF({{4, 4}, {16.5, 4}, {20, 7.5}, {20, 20}, {4, 20}}));
+    painter.drawPolyline(QPolygonF({{8, 4}, {8, 9}, {15, 9}, {15, 4}}));
+    painter.drawPolyline(QPolygonF({{7, 20}, {7, 13.5}, {17, 13.5}, {17, 20}}));
+}
+
 /// An arrow that leaves a tray.
 void draw_export(QPainter& painter)
 {
@@ -72,6 +80,8 @@ Drawing drawing_of(Deed deed)
     switch (deed) {
     case Deed::Open:
         return &draw_open;
+    case Deed::Save:
+        return &draw_save;
     case Deed::Export:
         return &draw_export;
     case Deed::ZoomIn:

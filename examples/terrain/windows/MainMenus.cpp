@@ -61,7 +61,9 @@ void MainMenus::handle_message(housekeeping::gui::MainWindowMessage& message)
         add(message, m_deeds,
             {{Deed::ZoomIn, Deed::ZoomOut, Deed::Fit},
                 {Deed::PanLeft, Deed::PanRight, Deed::PanUp, Deed::PanDown},
-                {Deed::PreviousDocument, Deed::NextDocument}, {Deed::QuickHelp}});
+                {Deed::ContourLines, Deed::Legend, Deed::ScaleBar},
+                {Deed::PreviousDocument, Deed::NextDocument},
+                {Deed::QuickHelp, Deed::Statistics, Deed::Layers}});
     }
 }
 
@@ -70,12 +72,13 @@ void MainMenus::fill_file_menu(housekeeping::gui::MainWindowMessage& message) co
     add(message, m_deeds, {{Deed::Open}});
     message.addMenu(m_p_recent);
     add(message, m_deeds,
-        {{Deed::Export}, {Deed::Close}, {Deed::Preferences}, {Deed::Report}, {Deed::Restart, Deed::Quit}});
+        {{Deed::Save, Deed::SaveAs}, {Deed::Export}, {Deed::Close}, {Deed::Preferences}, {Deed::Report},
+            {Deed::Restart, Deed::Quit}});
 }
 
 void MainMenus::fill_tool_bar(housekeeping::gui::MainWindowMessage& message) const
 {
-    add(message, m_deeds, {{Deed::Open, Deed::Export}});
+    add(message, m_deeds, {{Deed::Open, Deed::Save, Deed::Export}});
     if (const auto sp_undo_redo = gui::UndoRedoPresentation::instance()) {
         message.addSeparator();
         message.addAction(sp_undo_redo->undo_tool_bar_action());

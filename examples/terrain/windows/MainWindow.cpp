@@ -4,10 +4,10 @@
 #include "documents/TerrainDocument.h"
 #include "help/TerrainQuickHelp.h"
 #include "panels/HistoryPanel.h"
-#include "panels/HomePanel.h"
+#include "panels/LayersPanel.h"
 #include "panels/PanelTabBar.h"
 #include "panels/QuickHelpPanel.h"
-#include "panels/QuickHelpSheet.h"
+#include "panels/StatisticsPanel.h"
 #include "views/TerrainView.h"
 #include "windows/Closing.h"
 #include "windows/ContextHelp.h"
@@ -48,8 +48,8 @@ namespace gui = housekeeping::gui;
 
 namespace {
 
-const QSize s_first_size(1180, 780);
-const int s_first_panel_width = 290; ///< pixels
+const QSize s_first_size(1300, 780);
+const int s_first_panel_width = 410; ///< pixels; all tabs fit
 const int s_message_time = 6000; ///< milliseconds
 
 // Keys of the settings.
@@ -98,6 +98,7 @@ MainWindow::MainWindow()
     , m_p_views(new DocumentViews(m_p_files->recent()))
     , m_p_document_box(new DocumentBox(this))
     , m_p_map_status(new MapStatus(*statusBar()))
+    , m_p_panels(new Panels(this))
     , m_general_help(std::make_unique<TerrainQuickHelp>())
 {
     setAcceptDrops(true);
@@ -148,14 +149,11 @@ void MainWindow::make_panel_area()
     connect(m_panelTabBar, SIGNAL(currentChanged(int)), this, SLOT(currentTabChanged(int)));
     connect(p_tabs, SIGNAL(torn_off(QString)), this, SLOT(slotTabBarMoved(QString)));
 
-    m_p_home = new HomePanel;
-    m_p_quick_help = new QuickHelpPanel;
-    m_p_history = new HistoryPanel;
-    for (QWidget* const p_panel : panels()) {
+    for (QWidget* const p_panel : m_p_panels->all()) {
         addPanel(p_panel, QString());
     }
     const auto choose = [](const housekeeping::DocumentId& id) { documents().current_document(id); };
-    connect(m_p_home, &HomePanel::chosen, this, choose);
+    connect(m_p_panels, &Panels::chosen, this, choose);
     connect(m_p_document_box, &DocumentBox::chosen, this, choose);
 }
 
@@ -166,7 +164,7 @@ void MainWindow::build_menus()
     collect(gui::MainWindowMessage::MenuBar, menuBar(), this);
     make_tool_bar();
     collect(gui::MainWindowMessage::EditActions, nullptr, this);
-    for (QWidget* const p_panel : panels()) {
+    for (QWidget* const p_panel : m_p_panels->all()) {
         p_panel->addActions(ContextHelp::key_actions(*this)); // for when it floats
     }
 }
@@ -198,7 +196,7 @@ void MainWindow::take_undo_redo_actions(QAction* p_undo, QAction* p_redo)
 {
     m_edit_actions = {p_undo, p_redo};
     add_edit_actions(*m_panelTabBar);
-    for (QWidget* const p_panel : panels()) {
+    for (QWidget* const p_panel : m_p_panels->all()) {
         for (QWidget* const p_widget : p_panel->findChildren<QWidget*>()) {
             add_edit_actions(*p_widget);
         }
@@ -217,14 +215,14 @@ void MainWindow::connect_deeds()
 {
     const auto on = [this](Deed deed, auto slot) { connect(&action(deed), &QAction::triggered, this, slot); };
     const auto go = [this](int places) { documents().current_document(m_p_document_box->neighbour(places)); };
-    on(Deed::Open, [this] { m_p_files->ask_and_open(); });
-    on(Deed::Export, [this] { m_p_files->ask_and_export(); });
-    on(Deed::Close, &MainWindow::close_document);
     on(Deed::Preferences, &MainWindow::show_preferences);
     on(Deed::Quit, &MainWindow::close);
     on(Deed::PreviousDocument, [go] { go(-1); });
     on(Deed::NextDocument, [go] { go(1); });
-    on(Deed::QuickHelp, [this] { show_panel(*m_p_quick_help); });
+    on(Deed::QuickHelp, [this] { show_panel(quick_help()); });
+    on(Deed::Statistics, [this] { show_panel(statistics()); });
+    on(Deed::Layers, [this] { show_panel(layers()); });
+    m_p_files->obey(*m_p_deeds);
     m_p_views->obey(*m_p_deeds);
 }
 
@@ -234,7 +232,7 @@ void MainWindow::connect_help()
     gui::HelpManager& help = gui::HelpManager::instance();
     connect(&action(Deed::Report), SIGNAL(triggered()), &help, SLOT(newJIRAIssue()));
     connect(&action(Deed::Restart), SIGNAL(triggered()), &help, SLOT(restart()));
-    connect(&help, &gui::HelpManager::showQuickHelp, this, [this] { show_panel(*m_p_quick_help); });
+    connect(&help, &gui::HelpManager::showQuickHelp, this, [this] { show_panel(quick_help()); });
     new ContextHelp(this);
 }
 
@@ -253,11 +251,6 @@ void MainWindow::show_preferences()
 }
 
 // --- panels and settings
-
-std::vector<QWidget*> MainWindow::panels() const
-{
-    return {m_p_home, m_p_quick_help, m_p_history};
-}
 
 void MainWindow::show_panel(QWidget& panel)
 {
@@ -318,6 +311,7 @@ void MainWindow::show_new_document(const TerrainDocument& document)
     add_edit_actions(new_view);
     m_document_help[document.id()] = std::make_unique<TerrainQuickHelp>(document);
     m_p_map_status->follow(new_view);
+    m_p_panels->follow(new_view);
     show_current_document(housekeeping::DocumentId::null());
 }
 
@@ -331,9 +325,8 @@ void MainWindow::show_current_document(const housekeeping::DocumentId& gone)
     }
     const bool is_open = current != housekeeping::DocumentId::null();
     m_p_document_box->list(list, current);
-    m_p_home->list(list, current);
     m_p_views->show_document(current);
-    m_p_quick_help->sheet().show_document(current);
+    m_p_panels->show(list, current, view());
     m_p_deeds->document_open(is_open);
     m_p_map_status->show(view());
     show_title(current);
@@ -342,7 +335,10 @@ void MainWindow::show_current_document(const housekeeping::DocumentId& gone)
 
 void MainWindow::show_written(const QString& path)
 {
-    show_title(documents().current_document_id());
+    const auto& document = dynamic_cast<const TerrainDocument&>(documents().current_document());
+    m_document_help.erase(document.id()); // it may have another name now
+    m_document_help[document.id()] = std::make_unique<TerrainQuickHelp>(document);
+    show_current_document(housekeeping::DocumentId::null());
     statusBar()->showMessage(tr("Written: %1").arg(path), s_message_time);
 }
 
@@ -354,7 +350,8 @@ void MainWindow::show_title(const housekeeping::DocumentId& current)
         return;
     }
     const auto& document = dynamic_cast<const TerrainDocument&>(documents().document_from_id(current));
-    setWindowTitle(tr("%1[*] - %2").arg(QString::fromStdString(document.title()), product()));
+    const QString title = document.reduction() > 1 ? tr("%1[*] (overview) - %2") : tr("%1[*] - %2");
+    setWindowTitle(title.arg(QString::fromStdString(document.title()), product()));
     setWindowModified(document.is_modified());
 }
 
@@ -362,7 +359,7 @@ void MainWindow::show_title(const housekeeping::DocumentId& current)
 void MainWindow::show_changes(const housekeeping::DocumentId& document)
 {
     m_p_views->refresh(document);
-    m_p_history->refresh(); // the descriptions tell now what came out
+    history().refresh(); // the descriptions tell now what came out
     show_title(documents().current_document_id());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "help/Bindings.h"
+#include "windows/Panels.h"
 
 #include <tarqa/housekeeping/DocumentHistoryMsg.h>
 #include <tarqa/housekeeping/DocumentId.h>
@@ -30,10 +31,7 @@ class Deeds;
 class DocumentBox;
 class DocumentFiles;
 class DocumentViews;
-class HistoryPanel;
-class HomePanel;
 class MapStatus;
-class QuickHelpPanel;
 class RecentMenu;
 class TerrainDocument;
 class TerrainQuickHelp;
@@ -74,9 +72,11 @@ public:
     RecentMenu& recent_menu() const { return *m_p_recent; }
     /// Null until it is first shown.
     housekeeping::gui::PreferencesDialog* preferences() const { return m_p_preferences; }
-    HomePanel& home() const { return *m_p_home; }
-    QuickHelpPanel& quick_help() const { return *m_p_quick_help; }
-    HistoryPanel& history() const { return *m_p_history; }
+    HomePanel& home() const { return m_p_panels->home(); }
+    QuickHelpPanel& quick_help() const { return m_p_panels->quick_help(); }
+    HistoryPanel& history() const { return m_p_panels->history(); }
+    StatisticsPanel& statistics() const { return m_p_panels->statistics(); }
+    LayersPanel& layers() const { return m_p_panels->layers(); }
     QTabBar& panel_tabs() const { return *m_panelTabBar; }
     QToolBar& tool_bar() const { return *m_p_tool_bar; }
     /// What the status bar says about the place under the pointer.
@@ -116,7 +116,6 @@ private:
     void connect_deeds();
     void connect_help();
     void add_edit_actions(QWidget& widget) const;
-    std::vector<QWidget*> panels() const;
 
     void show_new_document(const TerrainDocument& document);
     /// The cells of a document have changed, or may have.
@@ -134,9 +133,7 @@ private:
     DocumentViews* m_p_views;
     DocumentBox* m_p_document_box;
     MapStatus* m_p_map_status;
-    HomePanel* m_p_home = nullptr;
-    QuickHelpPanel* m_p_quick_help = nullptr;
-    HistoryPanel* m_p_history = nullptr;
+    Panels* m_p_panels;
     QSplitter* m_p_splitter = nullptr;
     QToolBar* m_p_tool_bar = nullptr;
     housekeeping::gui::PreferencesDialog* m_p_preferences = nullptr;
