@@ -167,6 +167,15 @@ TEST_F(HelpManagerActions, TextsAreTranslatedAndSoIsTheShortcut)
     EXPECT_EQ(QKeySequence(Qt::SHIFT + Qt::Key_F1), menu.actions().at(QuickHelp)->shortcut());
 }
 
+TEST_F(HelpManagerActions, MenuOfAHostThatDoesNotTranslateItsTitleIsFilledToo)
+{
+    const Translator translator;
+    manager();
+    QMenu menu(s_menu_title); // in English, as before
+    send(MainWindowMessage::Menu, &menu, &window);
+    EXPECT_THAT(texts(menu), SizeIs(6));
+}
+
 // What they do; the log's viewer has tests of its own
 
 TEST_F(HelpManagerActions, ContentsShowsThePage)

@@ -62,31 +62,17 @@ void journal_start()
     journal().add(s_p_loop && s_p_loop->isRunning() ? "start, loop running" : "start, loop told to end");
 }
 
-/// A program with a command line whose first word is the script.
-class HelpManagerRestart : public testing::Test
+/// A program that is a script.
+class RestartedScript : public testing::Test
 {
 protected:
-    HelpManagerRestart()
+    RestartedScript()
     {
         pkBase::pkProductInfo::instance().product_name(s_product);
         register_launcher();
         write_script();
-        for (std::string& word : m_words) {
-            m_pointers.push_back(word.data());
-        }
-        m_pointers.push_back(nullptr);
-        m_count = static_cast<int>(m_words.size());
-        m_p_arguments = m_pointers.data();
-        {
-            support::LogCapture log;
-            ApplicationManager::instance().init(m_count, m_p_arguments, "test", true);
-            support::take_start_up_lines(log);
-        }
-        QGuiApplication::setQuitOnLastWindowClosed(false); // only quitting ends a loop
-        HelpManager::instance();
         pthread_atfork(&journal_start, nullptr, nullptr);
     }
-    ~HelpManagerRestart() override { pkBase::pkDestructor::run(); }
 
     /// Restarts from the event loop. @return whether the loop was told to end
     static bool restart()
@@ -129,20 +115,53 @@ protected:
 private:
     void write_script() const
     {
-        QFile file(QString::fromStdString(script));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        const std::string draft = HelpManagerRestart::file() + ".part";
-        file.write(("#!/bin/sh\nprintf '%s\\n' \"$0\" \"$@\" > '" + draft + "'\nmv '" + draft + "' '"
-            + HelpManagerRestart::file() + "'\n")
-                       .c_str());
-        ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QFile program(QString::fromStdString(script));
+        ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+        const std::string draft = file() + ".part";
+        program.write(("#!/bin/sh\nprintf '%s\\n' \"$0\" \"$@\" > '" + draft + "'\nmv '" + draft + "' '"
+            + file() + "'\n")
+                          .c_str());
+        ASSERT_TRUE(program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     }
+};
 
+/// A program with a command line whose first word is the script.
+class HelpManagerRestart : public RestartedScript
+{
+protected:
+    HelpManagerRestart()
+    {
+        for (std::string& word : m_words) {
+            m_pointers.push_back(word.data());
+        }
+        m_pointers.push_back(nullptr);
+        m_count = static_cast<int>(m_words.size());
+        m_p_arguments = m_pointers.data();
+        {
+            support::LogCapture log;
+            ApplicationManager::instance().init(m_count, m_p_arguments, "test", true);
+            support::take_start_up_lines(log);
+        }
+        QGuiApplication::setQuitOnLastWindowClosed(false); // only quitting ends a loop
+        HelpManager::instance();
+    }
+    ~HelpManagerRestart() override { pkBase::pkDestructor::run(); }
+
+private:
     std::vector<std::string> m_words
         = {script, "-platform", "offscreen", "an argument", "--option=\"quoted\"", u8"Störung.dat", ""};
     std::vector<char*> m_pointers; // into m_words
     int m_count = 0;
     char** m_p_arguments = nullptr;
+};
+
+/// A program that makes its application object itself.
+class HelpManagerRestartOfAPlainHost : public RestartedScript
+{
+protected:
+    ~HelpManagerRestartOfAPlainHost() override { TestAccess::destroy<HelpManager>(); }
+
+    support::App app{script};
 };
 
 } // namespace
@@ -285,4 +304,11 @@ TEST_F(HelpManagerRestart, IsConnectedByNameToAnActionOfTheHost)
     ASSERT_TRUE(QObject::connect(&host, SIGNAL(triggered()), &HelpManager::instance(), SLOT(restart())));
     host.trigger();
     EXPECT_THAT(calls(), ElementsAre("may_close"));
+}
+
+TEST_F(HelpManagerRestartOfAPlainHost, ProgramIsStartedAgain)
+{
+    const Window window;
+    EXPECT_TRUE(restart());
+    EXPECT_THAT(second_process(), ElementsAre(script));
 }
