@@ -211,6 +211,14 @@ TEST_F(HelpManagerPages, LauncherMayClearThePathWhileItShowsAPage)
     EXPECT_EQ("TARQ_CONTENTS", manager().currPath());
 }
 
+TEST_F(HelpManagerPages, CurrentPathIsShownAlsoIfTheLauncherSetsAnother)
+{
+    manager().setCurrPath("TARQ_WELLS");
+    factory.on_show_page = [] { manager().setCurrPath("TARQ_FAULTS"); };
+    manager().onShowPage(manager().currPath());
+    EXPECT_THAT(calls(), ElementsAre("TarqHelpful 1.show_page(TARQ_WELLS, outside)"));
+}
+
 // The launcher
 
 TEST_F(HelpManagerPages, OneLauncherShowsAllPages)

@@ -265,6 +265,58 @@ TEST_F(PreferencesDialogWithPages, PageMayEndTheDialogWhileItIsApplied)
 
 // Tabs that come and go without the dialog
 
+TEST_F(PreferencesDialogWithPages, SignalComesOnceIfSomethingWasAppliedBeforeThePageClosesTheDialog)
+{
+    bool closes = false;
+    m_b.on_created = [&](FakePage& page) {
+        page.on_accept = [&] {
+            if (closes) {
+                dialog().close();
+            }
+            support::journal().add("b.applied");
+        };
+    };
+    show();
+    QObject::connect(&dialog(), &gui::PreferencesDialog::accepted_signal, &dialog(),
+        [] { support::journal().add("signal"); });
+    apply_button().click();
+    steps();
+    closes = true;
+    apply_button().click();
+    EXPECT_THAT(steps(), ElementsAre("b.accept", "b.applied", "signal"));
+}
+
+TEST_F(PreferencesDialogWithPages, SignalOfWhatWasAppliedIsNotLostIfThePageThenClosesTheDialogAndFails)
+{
+    bool fails = false;
+    m_b.on_created = [&](FakePage& page) {
+        page.on_accept = [&] {
+            if (fails) {
+                dialog().close();
+                throw std::runtime_error("disk is full");
+            }
+        };
+    };
+    show();
+    const QSignalSpy signal(&dialog(), SIGNAL(accepted_signal()));
+    apply_button().click();
+    fails = true;
+    support::LogCapture log;
+    support::DialogDriver dialogs;
+    dialogs.answer([](QDialog& box) { box.accept(); });
+    apply_button().click();
+    EXPECT_TRUE(log.take("disk is full"));
+    EXPECT_EQ(1, signal.count());
+}
+
+TEST_F(PreferencesDialogWithPages, PageMayEndTheDialogWhileAllAreRefreshed)
+{
+    dialog();
+    m_a.newest->on_about_to_show = [this] { close_for_good(); };
+    dialog().pre_show_dialog();
+    EXPECT_FALSE(m_dialog);
+}
+
 TEST_F(PreferencesDialogWithPages, PageThatItsHostDeletesIsForgotten)
 {
     show();

@@ -209,8 +209,7 @@ void HelpManager::clearCurrPath()
 
 void HelpManager::help_contents()
 {
-    const QString path = m_curr_path; // showing it moves the focus, which may set another
-    onShowPage(path);
+    onShowPage(m_curr_path);
 }
 
 void HelpManager::onShowPage(const QString& page)
@@ -223,7 +222,8 @@ void HelpManager::onShowPageExternal(const QString& page)
     show_page(page, true);
 }
 
-void HelpManager::show_page(const QString& page, bool external)
+/// The page is a copy: showing it moves the focus, which may set another current path.
+void HelpManager::show_page(QString page, bool external)
 {
     if (m_sp_help_launcher) {
         m_sp_help_launcher->show_page(page, external);

@@ -134,7 +134,8 @@ void PreferencesDialog::fill_dialog()
 
 void PreferencesDialog::pre_show_dialog()
 {
-    for (const QPointer<AbstractPreferences>& p_page : m_pages) {
+    const std::vector<QPointer<AbstractPreferences>> pages = m_pages; // one of them may end the dialog
+    for (const QPointer<AbstractPreferences>& p_page : pages) {
         if (p_page) {
             refresh(*p_page);
         }
@@ -144,6 +145,8 @@ void PreferencesDialog::pre_show_dialog()
 void PreferencesDialog::accept()
 {
     AbstractPreferences* const p_page = page(m_tab->currentIndex());
+    bool applied
+        = std::exchange(m_applied, false); // earlier; a page that closes the dialog announces it below
     const QPointer<PreferencesDialog> p_this(this); // a page may end the dialog, or the program
     ErrorHandler& errors = ErrorHandler::instance();
     const std::string title = windowTitle().toStdString();
@@ -154,15 +157,16 @@ void PreferencesDialog::accept()
         if (p_this) {
             setResult(Accepted); // and deliberately stays open
         }
-        if (p_this && p_page) {
-            note_applied();
-        }
+        applied = applied || p_page;
     } catch (const tarqa::Exception& exception) {
         errors.message(title, exception, QMessageBox::Ok);
     } catch (const std::exception& exception) {
         errors.message(title, exception, QMessageBox::Ok);
     } catch (...) {
         errors.message(title, tr("The page failed for an unknown reason.").toStdString(), QMessageBox::Ok);
+    }
+    if (p_this && applied) {
+        note_applied();
     }
 }
 

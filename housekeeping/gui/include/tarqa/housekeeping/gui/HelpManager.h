@@ -91,7 +91,7 @@ private:
     void build_actions(QWidget* parent);
     void fill_menu_bar(MainWindowMessage& message);
     void fill_help_menu(MainWindowMessage& message);
-    void show_page(const QString& page, bool external);
+    void show_page(QString page, bool external);
     static QString problem_description();
 
     // The window's.
