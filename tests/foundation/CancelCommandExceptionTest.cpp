@@ -30,6 +30,11 @@ TEST(CancelCommandException, DerivesFromTheTaggedHousekeepingException)
     EXPECT_FALSE((std::is_convertible_v<HousekeepingException, CancelCommandException>));
 }
 
+TEST(CancelCommandException, HasNoFieldsOfItsOwn)
+{
+    EXPECT_EQ(sizeof(CancelCommandException), sizeof(tarqa::Exception));
+}
+
 TEST(CancelCommandException, KeepsWhatItsCauseSays)
 {
     HousekeepingException origin = cause();

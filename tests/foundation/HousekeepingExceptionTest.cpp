@@ -1,4 +1,9 @@
+#include "interface/Interface.h"
+
+#include <tarqa/housekeeping/CancelCommandException.h>
+#include <tarqa/housekeeping/FailedCommandException.h>
 #include <tarqa/housekeeping/HousekeepingException.h>
+#include <tarqa/housekeeping/InvalidPath.h>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +27,24 @@ std::string information(const Exception& exception)
     std::ostringstream stream;
     exception.log_information(stream);
     return stream.str();
+}
+
+/// Every class of the family.
+template <class E>
+class ExceptionOperations : public testing::Test
+{ };
+
+typedef testing::Types<Exception, HousekeepingException,
+    ExceptionTemplate<HousekeepingException, HousekeepingExceptionTag>, tarqa::housekeeping::InvalidPath,
+    tarqa::housekeeping::CancelCommandException, tarqa::housekeeping::FailedCommandException>
+    Exceptions;
+TYPED_TEST_SUITE(ExceptionOperations, Exceptions);
+
+TYPED_TEST(ExceptionOperations, FollowTheDestructorInTheListedOrder)
+{
+    EXPECT_TRUE(std::has_virtual_destructor_v<TypeParam>);
+    EXPECT_EQ(interface::slot_of(&TypeParam::log_information), 2u); // a destructor has two places
+    EXPECT_TRUE(interface::in_a_row(&TypeParam::log_information, &TypeParam::what));
 }
 
 TEST(HousekeepingException, IsTheTaggedTemplateOverTheRoot)
@@ -69,6 +92,21 @@ TEST(HousekeepingException, LogsWhatTheRootLogs)
     const Exception root(1014, std::string("Document does not exist"), s_file, 77);
     EXPECT_FALSE(information(root).empty());
     EXPECT_EQ(information(exception), information(root));
+}
+
+TEST(HousekeepingException, SecondTagMakesATypeOfItsOwnThatLogsAsItsBase)
+{
+    typedef ExceptionTemplate<HousekeepingException, HousekeepingExceptionTag> Tagged;
+    Tagged exception(7006, std::string("message"), s_file, 5);
+    HousekeepingException base(7006, std::string("message"), s_file, 5);
+    exception.caught_here("housekeeping/src/AbstractCommand", 223);
+    base.caught_here("housekeeping/src/AbstractCommand", 223);
+    EXPECT_EQ(information(exception), information(base));
+    EXPECT_STREQ(exception.what(), "message");
+    EXPECT_EQ(sizeof(Tagged), sizeof(Exception)); // no fields of its own
+    EXPECT_FALSE((std::is_same_v<Tagged, HousekeepingException>));
+    EXPECT_THROW(throw Tagged(7006, QString("message"), s_file, 5), Tagged);
+    EXPECT_THROW(throw Tagged(7006, QString("message"), s_file, 5), HousekeepingException);
 }
 
 TEST(HousekeepingException, CopiesAndAssignsWithTheTrail)

@@ -59,6 +59,17 @@ TYPED_TEST(Identifier, IsMadeFromANumberByBuildOnly)
     EXPECT_FALSE((std::is_convertible_v<TypeParam, unsigned long long>));
 }
 
+TYPED_TEST(Identifier, HoldsOneUnsigned64BitNumberOnly)
+{
+    EXPECT_EQ(sizeof(TypeParam), sizeof(unsigned long long));
+    EXPECT_EQ(sizeof(unsigned long long), 8u);
+    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::null().getId()), unsigned long long>));
+    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::null().getString()), std::string>));
+    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::null()), TypeParam>));
+    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::build(1)), TypeParam>));
+    EXPECT_TRUE(std::is_trivially_destructible_v<TypeParam>);
+}
+
 TYPED_TEST(Identifier, CopiesTheNumber)
 {
     const TypeParam original = TypeParam::build(12);

@@ -1,5 +1,6 @@
 #include "NamedFactoryFixture.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
@@ -161,6 +162,15 @@ TEST(NamedFactoryFamilies, LibraryRegistersNoProductsOfTheHost)
     EXPECT_TRUE(housekeeping::AbstractDocumentFactory::products().empty());
     EXPECT_TRUE(housekeeping::gui::AbstractPreferencesFactory::products().empty());
     EXPECT_TRUE(housekeeping::gui::HelpLauncherFactory::products().empty());
+}
+
+TEST(NamedFactoryFamilies, LibraryRegistersTwoControllersAndOnePresentation)
+{
+    std::vector<std::string> controllers = housekeeping::AbstractControllerFactory::products();
+    std::sort(controllers.begin(), controllers.end()); // in the order of linking
+    EXPECT_EQ(controllers, (std::vector<std::string>{"ProgressBarsController", "UndoRedoController"}));
+    EXPECT_EQ(housekeeping::gui::AbstractPresentationFactory::products(),
+        std::vector<std::string>{"UndoRedoPresentation"});
 }
 
 TEST(NamedFactoryFamilies, LibraryChoosesNoDefault)

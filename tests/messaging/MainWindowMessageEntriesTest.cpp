@@ -146,6 +146,23 @@ TEST_F(MainWindowMessageEntries, SeparatorGoesBeforeAFilledSlot)
     EXPECT_EQ(entries(), (Entries{&a, nullptr, &b}));
 }
 
+TEST_F(MainWindowMessageEntries, InsertedNullIsASeparator)
+{
+    message.addAction(&a);
+    message.addAction(&b);
+    message.insertAction(1, nullptr);
+    message.insertMenu(-1, nullptr);
+    message.insertMenu(1, nullptr);
+    EXPECT_EQ(entries(), (Entries{nullptr, nullptr, &a, nullptr, &b}));
+}
+
+TEST_F(MainWindowMessageEntries, SeparatorBelowZeroGoesToTheFront)
+{
+    message.addAction(&a);
+    message.insertSeparator(-1);
+    EXPECT_EQ(entries(), (Entries{nullptr, &a}));
+}
+
 TEST_F(MainWindowMessageEntries, LateSlotStaysBehindThoseOfOthers)
 {
     message.insertMenu(21, &menu);

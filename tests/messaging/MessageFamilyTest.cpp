@@ -2,6 +2,8 @@
 
 #include "support/LogCapture.h"
 
+#include <pkBase/pkDestructor.h>
+
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPointer>
 
@@ -263,6 +265,36 @@ TYPED_TEST(MessageFamily, NullToTheClassInstanceIsLogged)
     EXPECT_TRUE(
         capture.took_assert("p_message", "::class_instance_dispatch(", NamesOf<TypeParam>::value.source));
     EXPECT_EQ(spy.count(), 0);
+}
+
+TYPED_TEST(MessageFamily, ClassInstanceDispatchEmitsOnTheObjectItIsCalledOn)
+{
+    typedef typename TypeParam::Sent X;
+    TypeParam subscriber;
+    TypeParam spy(Subscription::None);
+    X sender;
+    const std::string signal = '2' + this->signature("message_dispatched");
+    const std::string slot = '1' + this->signature("handle_message");
+    ASSERT_TRUE(QObject::connect(&sender, signal.c_str(), &spy, slot.c_str()));
+    X message;
+    TestAccess::class_instance_dispatch(sender, message);
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.received().front().message, &message);
+    EXPECT_EQ(subscriber.count(), 0); // hears the class instance only
+    message.dispatch();
+    EXPECT_EQ(spy.count(), 1);
+    EXPECT_EQ(subscriber.count(), 1);
+}
+
+TYPED_TEST(MessageFamily, SubscriptionsOutliveTheOrderedDestruction)
+{
+    typedef typename TypeParam::Sent X;
+    const support::App app;
+    TypeParam spy;
+    tarqa::housekeeping::MessageHandler::instance();
+    pkBase::pkDestructor::run();
+    Message::dispatch(X::instance());
+    EXPECT_EQ(spy.count(), 1);
 }
 
 TYPED_TEST(MessageFamily, PostIsDeliveredByTheEventLoopAndDeleted)

@@ -80,6 +80,41 @@ TEST(MessageHandler, IsOneObjectWithAnIdleTimer)
     EXPECT_GE(handler.metaObject()->indexOfSlot("idleTimeout()"), 0);
 }
 
+TEST(MessageHandler, IsMadeByTheConstAccessorToo)
+{
+    EXPECT_EQ(TestAccess::peek<MessageHandler>(), nullptr);
+    const MessageHandler& handler = MessageHandler::const_instance();
+    EXPECT_EQ(TestAccess::peek<MessageHandler>(), &handler);
+    EXPECT_EQ(&MessageHandler::instance(), &handler);
+}
+
+TEST(MessageHandler, IsMadeByTheFirstPost)
+{
+    const App app;
+    ApplicationMessageSpy spy;
+    EXPECT_EQ(TestAccess::peek<MessageHandler>(), nullptr);
+    numbered(11)->post();
+    EXPECT_NE(TestAccess::peek<MessageHandler>(), nullptr);
+    ASSERT_TRUE(spy.wait_for(1));
+}
+
+TEST(MessageHandler, HoldsItsMutexAgainstTheDeliveringThreadToo)
+{
+    const App app;
+    MessageHandler& handler = MessageHandler::instance();
+    ApplicationMessageSpy spy;
+    bool free_in_slot = true;
+    spy.run_in_slot([&handler, &free_in_slot](ApplicationMessage&) {
+        free_in_slot = TestAccess::mutex(handler).tryLock(); // a post would wait here for ever
+    });
+    numbered(11)->post();
+    TestAccess::idleTimeout(handler);
+    EXPECT_EQ(spy.count(), 1);
+    EXPECT_FALSE(free_in_slot);
+    ASSERT_TRUE(TestAccess::mutex(handler).tryLock());
+    TestAccess::mutex(handler).unlock();
+}
+
 TEST(MessageHandler, DeliversInTheOrderOfPostingInOneShot)
 {
     const App app;
@@ -285,7 +320,9 @@ TEST(MessageHandler, PostAfterTheOrderedDestructionIsLost)
     ApplicationMessageSpy spy;
     MessageHandler::instance();
     pkDestructor::run();
-    numbered(11)->post();
+    QPointer<ApplicationMessage> message = numbered(11);
+    message->post();
+    EXPECT_TRUE(message.isNull()); // handed over all the same
     for (int round = 0; round < 10; ++round) {
         QCoreApplication::processEvents();
     }

@@ -38,6 +38,8 @@ TEST(pkAbstractFactory, IsABaseOnly)
 {
     EXPECT_FALSE(std::is_default_constructible<pkBase::pkAbstractFactory>::value);
     EXPECT_TRUE(std::has_virtual_destructor<pkBase::pkAbstractFactory>::value);
+    EXPECT_TRUE(std::is_copy_constructible<pkBase::pkAbstractFactory>::value);
+    EXPECT_TRUE(std::is_copy_assignable<pkBase::pkAbstractFactory>::value);
 }
 
 TEST(pkAbstractFactory, IsCopiedWithItsDerivedClass)

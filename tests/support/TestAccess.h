@@ -53,7 +53,13 @@ public:
         X sender;
         sender.class_instance_dispatch(p_message);
     }
+    template <class X>
+    static void class_instance_dispatch(X& sender, X& message)
+    {
+        sender.class_instance_dispatch(&message);
+    }
     static QTimer& timer(MessageHandler& handler) { return *handler.m_timer; }
+    static QMutex& mutex(MessageHandler& handler) { return handler.m_mutex; }
     static int queued(MessageHandler& handler) { return handler.m_queue.size(); }
     static void idleTimeout(MessageHandler& handler) { handler.idleTimeout(); }
     static bool id_set(const DocumentMessage& message) { return message.m_id_set; }

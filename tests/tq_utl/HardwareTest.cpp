@@ -2,14 +2,35 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <ios>
+#include <regex>
 #include <sstream>
+#include <string>
 
 #include <sched.h>
 
+#include <sys/sysinfo.h>
 #include <sys/utsname.h>
 
 using tarqa::utilities::Hardware;
+
+namespace {
+
+/// What stands in the brackets of @p line in the first line of @p file that matches it; empty without one.
+std::string first_match(const char* file, const char* line)
+{
+    std::ifstream stream(file);
+    for (std::string text; std::getline(stream, text);) {
+        std::smatch match;
+        if (std::regex_match(text, match, std::regex(line))) {
+            return match[1];
+        }
+    }
+    return {};
+}
+
+} // namespace
 
 TEST(Hardware, KernelIsTheOneThatRuns)
 {
@@ -23,6 +44,27 @@ TEST(Hardware, TellsOperatingSystemAndMemory)
 {
     EXPECT_NE(Hardware::operating_system(), "");
     EXPECT_GT(Hardware::physical_memory(), 1024ull * 1024);
+}
+
+TEST(Hardware, OperatingSystemIsCalledAsItCallsItself)
+{
+    const std::string name = first_match("/etc/os-release", "PRETTY_NAME=\"?([^\"]*)\"?");
+    if (name.empty()) {
+        GTEST_SKIP() << "this system does not say what it is called";
+    }
+    EXPECT_EQ(Hardware::operating_system(), name);
+}
+
+TEST(Hardware, ProcessorIsTheFirstOneThatTheSystemLists)
+{
+    EXPECT_EQ(Hardware::processor(), first_match("/proc/cpuinfo", "model name\\s*:\\s*(.*\\S)\\s*"));
+}
+
+TEST(Hardware, MemoryIsAllThatTheSystemHas)
+{
+    struct sysinfo facts;
+    ASSERT_EQ(sysinfo(&facts), 0);
+    EXPECT_EQ(Hardware::physical_memory(), static_cast<unsigned long long>(facts.totalram) * facts.mem_unit);
 }
 
 TEST(Hardware, CountsTheProcessorsThatThisProcessMayUse)
