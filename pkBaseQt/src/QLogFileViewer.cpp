@@ -65,6 +65,7 @@ void QLogFileViewer::build()
     if (m_p_text) {
         return;
     }
+    setWindowTitle(tr("Log File")); // again: the program may have got its language since the start
     m_p_text = new QPlainTextEdit;
     m_p_text->setObjectName("text");
     m_p_text->setReadOnly(true);

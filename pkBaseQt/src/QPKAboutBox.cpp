@@ -93,6 +93,17 @@ QPKAboutBox::QPKAboutBox(const QString& page, QWidget* p_parent, const QString& 
         p_layout->addWidget(make_log_line());
     }
     p_layout->addWidget(p_buttons);
+    // From the top down. The row itself would lead back to its first button, and leave the last one out.
+    p_buttons->setFocusProxy(nullptr); // which would take over the next line
+    p_buttons->setFocusPolicy(Qt::NoFocus);
+    QWidget* p_before = m_p_page;
+    for (QWidget* const p_stop : {findChild<QWidget*>("showLogFile"), static_cast<QWidget*>(p_copy),
+             static_cast<QWidget*>(p_buttons->button(QDialogButtonBox::Close))}) {
+        if (p_stop) {
+            setTabOrder(p_before, p_stop);
+            p_before = p_stop;
+        }
+    }
     p_buttons->button(QDialogButtonBox::Close)->setDefault(true);
     p_buttons->button(QDialogButtonBox::Close)->setFocus();
     resize(s_first_size);

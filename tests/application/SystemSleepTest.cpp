@@ -1,5 +1,6 @@
-#include "SystemBus.h"
+#include "SleepAnnouncer.h"
 #include "support/LogCapture.h"
+#include "support/MessageBus.h"
 #include "support/MessageSpy.h"
 #include "support/PrivateHome.h"
 #include "support/StartedApplication.h"
@@ -19,6 +20,8 @@
 namespace {
 
 using support::LogCapture;
+using support::MessageBus;
+using support::SilentBus;
 using support::StartedApplication;
 using tarqa::housekeeping::ApplicationManager;
 
@@ -59,7 +62,7 @@ private:
 
 TEST(SystemSleep, IsAnnouncedToTheProgram)
 {
-    const SystemBus bus;
+    const MessageBus bus(support::system_bus);
     SleepAnnouncer login(bus, s_login_service);
     const StartedApplication started;
     LogCapture log;
@@ -74,7 +77,7 @@ TEST(SystemSleep, IsAnnouncedToTheProgram)
 
 TEST(SystemSleep, IsHeardFromAServiceThatComesLater)
 {
-    const SystemBus bus;
+    const MessageBus bus(support::system_bus);
     const StartedApplication started;
     LogCapture log;
     const SleepSpy spy(started.manager());
@@ -86,7 +89,7 @@ TEST(SystemSleep, IsHeardFromAServiceThatComesLater)
 
 TEST(SystemSleep, IsHeardFromAServiceThatCameBack)
 {
-    const SystemBus bus;
+    const MessageBus bus(support::system_bus);
     const StartedApplication started;
     LogCapture log;
     const SleepSpy spy(started.manager());
@@ -100,7 +103,7 @@ TEST(SystemSleep, IsHeardFromAServiceThatCameBack)
 
 TEST(SystemSleep, OtherServicesAreNotHeard)
 {
-    const SystemBus bus;
+    const MessageBus bus(support::system_bus);
     const StartedApplication started;
     LogCapture log;
     const SleepSpy spy(started.manager());
@@ -118,7 +121,7 @@ TEST(SystemSleep, OtherServicesAreNotHeard)
 
 TEST(SystemSleep, OtherAnnouncementsAreNotHeard)
 {
-    const SystemBus bus;
+    const MessageBus bus(support::system_bus);
     const StartedApplication started;
     LogCapture log;
     const SleepSpy spy(started.manager());
@@ -146,7 +149,7 @@ TEST(SystemSleep, OtherAnnouncementsAreNotHeard)
 
 TEST(SystemSleep, EndOfTheBusIsNoTrouble)
 {
-    SystemBus bus;
+    MessageBus bus(support::system_bus);
     const StartedApplication started;
     LogCapture log;
     const SleepSpy spy(started.manager());
@@ -165,7 +168,7 @@ TEST(SystemSleep, EndOfTheBusIsNoTrouble)
 /// Starts up and checks that nothing is said of the bus, and that the program hears its host all the same.
 void start_without_a_bus(const std::string& address)
 {
-    SystemBus::use(address);
+    MessageBus::use(support::system_bus, address);
     LogCapture log;
     testing::internal::CaptureStderr();
     {

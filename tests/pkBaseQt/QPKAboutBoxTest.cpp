@@ -294,6 +294,21 @@ TEST_F(QPKAboutBox, ButtonCopiesTheFacts)
     EXPECT_TRUE(box.isVisible());
 }
 
+TEST_F(QPKAboutBox, TabKeyReachesEverythingFromTheTopDown)
+{
+    pkBase::QPKAboutBox box(m_page, nullptr, m_log);
+    box.show();
+    QApplication::setActiveWindow(&box);
+    box.findChild<QTextBrowser*>()->setFocus();
+    QStringList stops;
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const auto* const p_button = qobject_cast<const QAbstractButton*>(QApplication::focusWidget());
+        stops.append(p_button ? p_button->text().remove('&') : "page");
+    }
+    EXPECT_EQ(stops, QStringList({"Show Log File", "Copy", "Close", "page"}));
+}
+
 TEST_F(QPKAboutBox, ShowsTheLogInItsViewerAndCloses)
 {
     pkBase::QPKAboutBox box(m_page, nullptr, m_log);

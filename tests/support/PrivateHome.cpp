@@ -43,9 +43,12 @@ PrivateHome::PrivateHome()
     directory("TMPDIR", "tmp");
     directory("HK_TEST_SCRATCH", "scratch");
     std::filesystem::permissions(m_root + "/runtime", std::filesystem::perms::owner_all);
-    setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + m_root + "/no-bus").c_str(), 1);
+    for (const char* const bus : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"}) {
+        setenv(bus, ("unix:path=" + m_root + "/no-bus").c_str(), 1);
+    }
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     setenv("LC_ALL", "C.UTF-8", 1);
+    unsetenv("LANGUAGE"); // which says more than LC_ALL to Qt
 }
 
 PrivateHome::~PrivateHome()

@@ -149,6 +149,12 @@ void HelpManager::build_actions(QWidget* parent)
     m_quick_help_action->setShortcut(Qt::SHIFT + Qt::Key_F1);
     m_log_file_action = new QAction(tr("Show &Log File..."), parent);
     m_shortcuts_action = new QAction(tr("&Shortcuts..."), parent);
+    // For hosts that give them icons or keys of their own: their texts are translated.
+    m_contents_action->setObjectName("help_contents");
+    m_about_action->setObjectName("help_about");
+    m_quick_help_action->setObjectName("help_quick_help");
+    m_log_file_action->setObjectName("help_log_file");
+    m_shortcuts_action->setObjectName("help_shortcuts");
 
     connect(m_contents_action, SIGNAL(triggered()), this, SLOT(help_contents()));
     connect(m_about_action, SIGNAL(triggered()), this, SLOT(help_about()));

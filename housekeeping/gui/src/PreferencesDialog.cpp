@@ -72,6 +72,7 @@ PreferencesDialog::PreferencesDialog(QWidget* p_parent, Qt::WindowFlags)
     m_tab->removeTab(m_tab->currentIndex());
     delete p_placeholder;
     fill_dialog();
+    order_tab_stops();
     adjustSize();
     resize(size().expandedTo(s_smallest_size).expandedTo(minimumSizeHint()));
     m_tab->setCurrentIndex(s_first_tab);
@@ -129,6 +130,20 @@ void PreferencesDialog::fill_dialog()
         });
     for (const QPointer<AbstractPreferences>& p_page : m_pages) {
         m_tab->addTab(p_page, p_page->label());
+    }
+}
+
+/// Leads the Tab key to the buttons after the pages, which were made later.
+void PreferencesDialog::order_tab_stops()
+{
+    QWidget* p_last = previousInFocusChain();
+    while (p_last != this && p_last->focusPolicy() == Qt::NoFocus) {
+        p_last = p_last->previousInFocusChain(); // the order knows only what can have the keyboard
+    }
+    for (QWidget* const p_button : {static_cast<QWidget*>(m_okButton), static_cast<QWidget*>(m_cancelButton),
+             static_cast<QWidget*>(helpButton)}) {
+        setTabOrder(p_last, p_button);
+        p_last = p_button;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtGui/QContextMenuEvent>
+#include <QtGui/QPalette>
 #include <QtPrintSupport/QPrintDialog>
 #include <QtPrintSupport/QPrinter>
 #include <QtWebKitWidgets/QWebFrame>
@@ -31,6 +32,10 @@ QHelpWebView::QHelpWebView(const QString& localFile, QWidget* p_parent)
     : QWebView(p_parent)
 {
     setPage(new QHelpWebViewPage(this));
+    // What a page without colours of its own stands on; its texts are black, however dark the desktop is.
+    QPalette paper;
+    paper.setColor(QPalette::Base, Qt::white);
+    setPalette(paper);
     load(QUrl::fromLocalFile(QFileInfo(localFile).absoluteFilePath()));
     page()->setLinkDelegationPolicy(QWebPage::DelegateExternalLinks);
     setWindowTitle(tr("Online Help: ") + QString::fromStdString(product().product_name()));

@@ -62,6 +62,7 @@ private:
 
     void build_form();
     void fill_dialog();
+    void order_tab_stops();
     AbstractPreferences* page(int index) const;
     void note_applied();
 

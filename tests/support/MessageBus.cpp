@@ -1,16 +1,19 @@
-#include "SystemBus.h"
+#include "support/MessageBus.h"
 
 #include "support/PrivateHome.h"
 
 #include <QtCore/QFile>
-#include <QtDBus/QDBusConnectionInterface>
-#include <QtDBus/QDBusMessage>
 
 #include <stdexcept>
 
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+namespace support {
+
+const char* const system_bus = "DBUS_SYSTEM_BUS_ADDRESS";
+const char* const session_bus = "DBUS_SESSION_BUS_ADDRESS";
 
 namespace {
 
@@ -35,18 +38,12 @@ QByteArray configuration(const QString& address)
           "</busconfig>\n";
 }
 
-QString fresh_connection_name()
-{
-    static int s_connections = 0;
-    return QString("announcer %1").arg(++s_connections);
-}
-
 } // namespace
 
-SystemBus::SystemBus()
+MessageBus::MessageBus(const char* variable, const QString& address)
 {
-    const QString directory = QString::fromStdString(support::PrivateHome::scratch_directory());
-    m_address = "unix:path=" + directory + "/bus";
+    const QString directory = QString::fromStdString(PrivateHome::scratch_directory());
+    m_address = address.isEmpty() ? "unix:path=" + directory + "/bus" : address;
     QFile file(directory + "/bus.conf");
     if (!file.open(QIODevice::WriteOnly) || file.write(configuration(m_address)) < 0) {
         throw std::runtime_error("no configuration for the message bus");
@@ -59,15 +56,15 @@ SystemBus::SystemBus()
     if (!m_daemon.waitForReadyRead(s_patience) || !m_daemon.readAll().startsWith("unix:")) {
         throw std::runtime_error("dbus-daemon does not start");
     }
-    use(m_address.toStdString());
+    use(variable, m_address.toStdString());
 }
 
-SystemBus::~SystemBus()
+MessageBus::~MessageBus()
 {
     kill();
 }
 
-void SystemBus::kill()
+void MessageBus::kill()
 {
     if (m_daemon.state() != QProcess::NotRunning) {
         m_daemon.kill();
@@ -75,15 +72,15 @@ void SystemBus::kill()
     }
 }
 
-void SystemBus::use(const std::string& address)
+void MessageBus::use(const char* variable, const std::string& address)
 {
-    qputenv("DBUS_SYSTEM_BUS_ADDRESS", QByteArray::fromStdString(address));
+    qputenv(variable, QByteArray::fromStdString(address));
 }
 
 SilentBus::SilentBus()
     : m_socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
-    const std::string path = support::PrivateHome::scratch_directory() + "/silent";
+    const std::string path = PrivateHome::scratch_directory() + "/silent";
     m_address = "unix:path=" + path;
     sockaddr_un name = {};
     name.sun_family = AF_UNIX;
@@ -111,33 +108,4 @@ void SilentBus::hang_up()
     ::shutdown(m_socket, SHUT_RDWR);
 }
 
-SleepAnnouncer::SleepAnnouncer(const SystemBus& bus, const QString& service)
-    : m_name(fresh_connection_name())
-    , m_connection(QDBusConnection::connectToBus(bus.address(), m_name))
-{
-    if (!m_connection.isConnected() || !m_connection.registerService(service)) {
-        throw std::runtime_error("not on the bus: " + service.toStdString());
-    }
-}
-
-SleepAnnouncer::~SleepAnnouncer()
-{
-    QDBusConnection::disconnectFromBus(m_name);
-}
-
-void SleepAnnouncer::announce(const Announcement& announcement)
-{
-    QDBusMessage signal
-        = QDBusMessage::createSignal(announcement.path, announcement.interface, announcement.signal);
-    if (announcement.value.isValid()) {
-        signal << announcement.value;
-    }
-    if (!m_connection.send(signal)) {
-        throw std::runtime_error("the announcement was not sent");
-    }
-}
-
-void SleepAnnouncer::wait_for_the_bus()
-{
-    m_connection.interface()->serviceOwner("org.freedesktop.DBus");
-}
+} // namespace support
