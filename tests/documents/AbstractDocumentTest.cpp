@@ -448,6 +448,17 @@ TEST(AbstractDocument, RecordsOfAFileAreTakenAsTheyAre)
     EXPECT_EQ("Terrain 13 on 2022-3-7 9:5:12 by bert", (document.history_begin() + 1)->description());
 }
 
+TEST(AbstractDocument, CurrentRunIsRecordedLast)
+{
+    FakeDocument document;
+    document.add_history("Terrain", "12", "anna", "Anna B", "2021-3-7 9:5:12");
+    const std::string description = document.add_history();
+    ASSERT_EQ(2, document.history_end() - document.history_begin());
+    EXPECT_EQ("Anna B", document.history_begin()->name());
+    EXPECT_EQ((document.history_begin() + 1)->description(), description);
+    EXPECT_NE(document.history_begin()->description(), description);
+}
+
 TEST(AbstractDocument, FiftyRecordsAreKeptByABuild)
 {
     FakeDocument document;

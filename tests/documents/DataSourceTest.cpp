@@ -97,6 +97,16 @@ TEST(DataSource, SeveralFilesHaveTheFirstAsDisplayKeyAndNoUrl)
     EXPECT_EQ("", source.url());
 }
 
+TEST(DataSource, SeveralFilesKeepTheInformationInMetresAndElevation)
+{
+    const auto settings = information("s");
+    const DataSource source(std::vector<std::string>{"a.dat", "b.dat"}, settings);
+    EXPECT_EQ(settings, source.data_information());
+    EXPECT_EQ("fake", source.key());
+    EXPECT_EQ(1, source.z_units());
+    EXPECT_EQ(64, source.z_sign());
+}
+
 TEST(DataSource, NoFilesGiveAnEmptyDisplayKey)
 {
     const DataSource source(std::vector<std::string>(), information("s"));
@@ -391,6 +401,32 @@ TEST(DataSource, UrlIsReadUnchanged)
     DataSource source;
     stream >> source;
     EXPECT_EQ("file://server/share/a b%20c.dat", source.url());
+}
+
+TEST(DataSource, TextThatDoesNotBeginLikeAFileUrlIsReadAsAPath)
+{
+    support::register_data_information("fake");
+    for (const char* text :
+        {"FILE:///data/a.dat", "/data/file://a.dat", " file:///data/a.dat", "file:/a.dat"}) {
+        std::istringstream stream(std::string(text) + "\nfake\ncomma\n");
+        DataSource source;
+        stream >> source;
+        EXPECT_EQ(tarqa::utilities::filesystem_to_url(text), source.url());
+        EXPECT_NE(text, source.url());
+    }
+}
+
+TEST(DataSource, ReadingLeavesTheListOfFiles)
+{
+    support::register_data_information("fake");
+    const std::vector<std::string> files = {"a.dat", "b.dat"};
+    DataSource source(files, information("s"));
+    source.info({"c.dat", "fake", "depth", "feet", "comma"});
+    EXPECT_EQ(files, source.urls());
+    std::istringstream stream("file:///d.dat\nfake\ncomma\n");
+    stream >> source;
+    EXPECT_EQ("file:///d.dat", source.url());
+    EXPECT_EQ(files, source.urls());
 }
 
 TEST(DataSource, UnknownKindInTheTextFormUsesTheDefault)

@@ -109,6 +109,28 @@ TEST(DocumentManager, DestructionWaitsForTheEndOfACreation)
     EXPECT_FALSE(manager().document_exists(first));
 }
 
+TEST(DocumentManager, DestructionWithoutConsentWaitsForTheEndOfACreationToo)
+{
+    const DocumentId first = create_document().id();
+    std::atomic<bool> started{false};
+    std::thread destroyer;
+    OnFirst created(DocumentMessage::Created, [&](DocumentMessage&) {
+        destroyer = std::thread([&] {
+            started = true;
+            destroy(first);
+        });
+        while (!started) {
+            std::this_thread::yield();
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        EXPECT_TRUE(manager().document_exists(first));
+    });
+    create_document();
+    destroyer.join();
+    EXPECT_TRUE(created.done());
+    EXPECT_FALSE(manager().document_exists(first));
+}
+
 // Busy marks
 
 TEST(DocumentManager, SubscriberOfBusyMayDestroyTheDocument)

@@ -1,6 +1,7 @@
 #include "support/Fakes.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/HousekeepingException.h>
 
 #include <QtCore/QCoreApplication>
 
@@ -86,6 +87,53 @@ TEST(DocumentManager, SweepDestroysInTheOrderOfIdsAndStopsWhenNoneIsLeft)
             "CurrentChanged(Document 3)", "Document 2.request_close(true, false)", "Destroyed(Document 2)",
             "Document 2.destroyed", "CurrentChanged(Document 3)", "Document 3.request_close(true, false)",
             "Destroyed(Document 3)", "Document 3.destroyed"));
+}
+
+TEST(DocumentManager, SweepBeginsAgainAtTheFirstDocument)
+{
+    FakeDocument& first = create_document();
+    const DocumentId second = create_invalid_document().id();
+    JournalingReceiver receiver;
+    receiver.on_document = [&first, second](DocumentMessage& message) {
+        if (message.doc_change_type() == DocumentMessage::Destroyed && message.id() == second) {
+            first.set_closing(); // behind the sweep's back
+        }
+    };
+    manager().cleanupInvalidDocuments();
+    EXPECT_EQ(0u, manager().num_documents());
+    EXPECT_EQ(2, journal().count("Destroyed"));
+}
+
+TEST(DocumentManager, SweepOfNothingIsNotScheduledForAMarkThatIsLeft)
+{
+    EventLoop loop;
+    const DocumentId unknown = DocumentId::build(77);
+    EXPECT_THROW(manager().document_busy(unknown, true), HousekeepingException);
+    manager().cleanupInvalidDocuments();
+    create_invalid_document();
+    EXPECT_THROW(manager().document_busy(unknown, false), HousekeepingException);
+    EXPECT_FALSE(manager().documents_busy());
+    loop.turn();
+    EXPECT_EQ(1u, manager().num_documents());
+}
+
+TEST(DocumentManager, SweepThatDestroyedTheLastDocumentIsNotScheduledForAMarkThatIsLeft)
+{
+    EventLoop loop;
+    const DocumentId last = create_invalid_document().id();
+    JournalingReceiver receiver;
+    receiver.on_document = [](DocumentMessage& message) {
+        if (message.doc_change_type() == DocumentMessage::Destroyed) {
+            manager().document_busy(message.id(), true);
+        }
+    };
+    manager().cleanupInvalidDocuments();
+    EXPECT_EQ(0u, manager().num_documents());
+    EXPECT_TRUE(manager().documents_busy());
+    create_invalid_document();
+    EXPECT_THROW(manager().document_busy(last, false), HousekeepingException);
+    loop.turn();
+    EXPECT_EQ(1u, manager().num_documents());
 }
 
 TEST(DocumentManager, FinishedSweepIsNotScheduledAgain)

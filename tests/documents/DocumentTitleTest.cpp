@@ -195,6 +195,7 @@ TEST(AbstractDocument, ShortTitleOfANewDocumentIsItsTitle)
 TEST(AbstractDocument, ShortTitleLooksForABackslashOnlyWithoutSlashes)
 {
     EXPECT_EQ("b\\c", short_title_of("a/b\\c.d"));
+    EXPECT_EQ("b\\c", short_title_of("/b\\c.d"));
 }
 
 TEST(AbstractDocument, ShortTitleKeepsOtherAlphabets)

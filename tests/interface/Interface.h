@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-// Tools for tables of what the library offers. A table is checked when it is compiled; only the order of virtual
-// operations is looked at while the tests run.
+// Tools for tables of what the library offers. A table is checked when it is compiled; only the order of
+// virtual operations is looked at while the tests run.
 
 namespace interface {
 
@@ -19,12 +19,12 @@ namespace interface {
  *
  * Protected operations are named through a class that derives and has a using-declaration for them.
  */
-#define INTERFACE_HAS(operation, ...)                                                                                  \
-    static_assert(                                                                                                     \
-        std::is_same_v<decltype(static_cast<__VA_ARGS__>(&operation)), __VA_ARGS__>, "the operation is there")
+#define INTERFACE_HAS(operation, ...)                                                                        \
+    static_assert(std::is_same_v<decltype(static_cast<__VA_ARGS__>(&operation)), __VA_ARGS__>,               \
+        "the operation is there")
 
-/// The place of a virtual operation in the table of its class, in the C++ ABI that gcc and clang share: a pointer
-/// to one holds the distance of its entry from the beginning of the table, in bytes, and one more.
+/// The place of a virtual operation in the table of its class, in the C++ ABI that gcc and clang share: a
+/// pointer to one holds the distance of its entry from the beginning of the table, in bytes, and one more.
 template <class Operation>
 std::size_t slot_of(Operation operation)
 {
