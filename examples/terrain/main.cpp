@@ -2,6 +2,8 @@
 #include "Product.h"
 #include "batch/Batch.h"
 #include "batch/System.h"
+#include "language/Language.h"
+#include "style/ColourScheme.h"
 #include "tour/Tour.h"
 #include "windows/MainWindow.h"
 
@@ -17,10 +19,12 @@
 #include <tarqa/utilities/Exception.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QLocale>
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 
+#include <functional>
 #include <iostream>
 #include <memory>
 
@@ -46,9 +50,41 @@ void make_controllers()
     housekeeping::ControllerManager::instance().post_init();
 }
 
+/// For people: what they asked for, or what their system says.
+QString language_of_people(const terrain::CommandLine& line)
+{
+    return line.language.empty() ? terrain::Language::best_of(QLocale::system().uiLanguages())
+                                 : QString::fromStdString(line.language);
+}
+
+/// For programs that read what is printed, and for pictures that are compared: the same on every machine.
+QString language_of_programs(const terrain::CommandLine& line)
+{
+    return line.language.empty() ? QString(terrain::Language::english)
+                                 : QString::fromStdString(line.language);
+}
+
+/// Prints what @p text gives, in the language of the user.
+void print(int& argc, char** argv, const terrain::CommandLine& line, std::ostream& stream,
+    const std::function<std::string()>& text)
+{
+    const QCoreApplication application(argc, argv); // without it there are no translations
+    const terrain::Language language(language_of_people(line));
+    stream << text() << std::flush;
+}
+
+std::string unknown_language(const std::string& name)
+{
+    return QObject::tr("tarq-terrain: there is no language \"%1\"; there are: %2\n")
+        .arg(QString::fromStdString(name), terrain::Language::names().join(", "))
+        .toStdString();
+}
+
 int run_batch(int& argc, char** argv, const terrain::CommandLine& line)
 {
     const QCoreApplication application(argc, argv);
+    const terrain::Language language(language_of_programs(line));
+    terrain::Language::use_plain_numbers();
     // The log comes first, so that nothing that happens from here on is lost.
     housekeeping::ErrorProtocol::instance();
     housekeeping::ErrorHandler::instance();
@@ -122,22 +158,36 @@ int show_tour(const std::string& folder, const std::string& file)
 int run_window(int& argc, char**& argv, const terrain::CommandLine& line)
 {
     if (!terrain::has_display()) {
-        return fail("there is no display to show a window on; --batch needs none");
+        print(argc, argv, line, std::cerr, [] {
+            return QObject::tr("tarq-terrain: there is no display to show a window on; --batch needs none\n")
+                .toStdString();
+        });
+        return terrain::Batch::Failed;
     }
     const bool tour = line.task == terrain::CommandLine::Task::Tour;
+    const QString language_name = tour ? language_of_programs(line) : language_of_people(line);
+    terrain::Language::use_numbers(language_name); // before there is a widget that has them
     std::unique_ptr<QTemporaryDir> tour_settings;
     if (tour) {
         // It neither depends on what the user prefers, has opened and where the panels are, nor changes that.
         tour_settings = std::make_unique<QTemporaryDir>();
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tour_settings->path());
     }
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // else icons are blurred on fine screens
     housekeeping::ApplicationManager::instance().init(argc, argv, "tarq-terrain", true);
+    const terrain::Language language(language_name);
     if (!tour) {
         housekeeping::ApplicationManager::instance().updateProxySettings();
     }
+    if (tour) {
+        // Its settings are new ones, in which new documents have views in three dimensions beside their maps.
+        housekeeping::ApplicationManager::instance().setUse3DViewByDefault(false);
+    }
+    auto colours = std::make_unique<terrain::ColourScheme>();
     make_controllers();
     const int code
         = tour ? show_tour(line.folder, line.files.empty() ? "" : line.files[0]) : show_files(line.files);
+    colours.reset(); // before the application object
     pkBase::pkDestructor::run();
     return code;
 }
@@ -146,16 +196,22 @@ int run_window(int& argc, char**& argv, const terrain::CommandLine& line)
 
 int main(int argc, char** argv)
 {
-    using Task = terrain::CommandLine::Task;
-    const auto line = terrain::CommandLine::parse(std::vector<std::string>(argv + 1, argv + argc));
+    using terrain::CommandLine;
+    using Task = CommandLine::Task;
+    const auto line = CommandLine::parse(std::vector<std::string>(argv + 1, argv + argc));
     if (!line) {
-        std::cerr << terrain::CommandLine::usage();
+        print(argc, argv, CommandLine(), std::cerr, &CommandLine::usage);
+        return terrain::Batch::WrongUsage;
+    }
+    if (!line->language.empty()
+        && !terrain::Language::names().contains(QString::fromStdString(line->language))) {
+        print(argc, argv, CommandLine(), std::cerr, [&line] { return unknown_language(line->language); });
         return terrain::Batch::WrongUsage;
     }
     describe_product();
     switch (line->task) {
     case Task::Help:
-        std::cout << terrain::CommandLine::usage();
+        print(argc, argv, *line, std::cout, &CommandLine::usage);
         return terrain::Batch::Done;
     case Task::Version:
         std::cout << "Tarq Terrain " << terrain::product::version << '\n';

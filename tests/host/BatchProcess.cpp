@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const int s_patience = 60000; ///< milliseconds, for a machine that is very busy
+const int s_patience = 180000; ///< milliseconds, for a machine that is very busy
 
 std::string fresh_home()
 {
@@ -48,11 +48,16 @@ void BatchProcess::find_programs_in(const std::string& folder)
     m_process.setProcessEnvironment(environment);
 }
 
-void BatchProcess::show_on(const QString& display)
+void BatchProcess::set_variable(const QString& name, const QString& value)
 {
     QProcessEnvironment environment = m_process.processEnvironment();
-    environment.insert("DISPLAY", display);
+    environment.insert(name, value);
     m_process.setProcessEnvironment(environment);
+}
+
+void BatchProcess::show_on(const QString& display)
+{
+    set_variable("DISPLAY", display);
 }
 
 void BatchProcess::start(const std::vector<std::string>& arguments)

@@ -20,6 +20,8 @@ public:
 
     /// Its home, which is also where its settings are.
     const std::string& home() const { return m_home; }
+    /// Sets a variable of its environment.
+    void set_variable(const QString& name, const QString& value);
     /// Lets it find programs in @p folder first.
     void find_programs_in(const std::string& folder);
     /// Gives it a display; without this it has none. @param display as in DISPLAY

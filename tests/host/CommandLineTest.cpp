@@ -48,6 +48,21 @@ TEST(CommandLine, HelpAndVersionStandAlone)
     EXPECT_FALSE(CommandLine::parse({"--version", "2"}));
 }
 
+TEST(CommandLine, ALanguageMayStandInFrontOfAllElse)
+{
+    EXPECT_EQ(CommandLine::parse({})->language, "");
+    EXPECT_EQ(CommandLine::parse({"--language", "de"})->language, "de");
+    const auto batch = CommandLine::parse({"--language", "pseudo", "--batch", "-", "--language"});
+    ASSERT_TRUE(batch);
+    EXPECT_EQ(batch->task, Task::Batch);
+    EXPECT_EQ(batch->language, "pseudo");
+    EXPECT_THAT(batch->files, ElementsAre("--language"));
+    EXPECT_FALSE(CommandLine::parse({"--language"}));
+    EXPECT_FALSE(CommandLine::parse({"--language", ""}));
+    EXPECT_FALSE(CommandLine::parse({"--language", "--help"}));
+    EXPECT_FALSE(CommandLine::parse({"a.tif", "--language", "de"}));
+}
+
 TEST(CommandLine, EverythingElseIsWrongUsage)
 {
     EXPECT_FALSE(CommandLine::parse({"--batch"}));

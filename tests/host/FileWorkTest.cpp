@@ -2,14 +2,23 @@
 #include "CommandFixture.h"
 #include "RasterFiles.h"
 #include "WindowFixture.h"
+#include "commands/BrushCommand.h"
+#include "commands/CommandQueue.h"
+#include "commands/CommandRunner.h"
 #include "commands/ScaleCommand.h"
+#include "documents/RasterSummary.h"
 #include "documents/TerrainDocument.h"
+#include "documents/TerrainModel.h"
 #include "support/DialogDriver.h"
 #include "support/MessageSpy.h"
 #include "tour/Gate.h"
+#include "windows/ChangedFiles.h"
 #include "windows/DocumentFiles.h"
+#include "windows/DocumentViews.h"
 #include "windows/FileProgressBar.h"
+#include "windows/MapTools.h"
 
+#include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/FilesInsertMessage.h>
 
 #include <QtCore/QTimer>
@@ -40,6 +49,9 @@ protected:
     void TearDown() override
     {
         gate.open();
+        stroke_gate.open();
+        runner().abandon();
+        runner().report_also_to(nullptr);
         WindowTest::TearDown();
     }
 
@@ -69,7 +81,36 @@ protected:
         return QString::fromStdString(scratch(name));
     }
 
+    terrain::CommandQueue& queue() { return window->views().tools().queue(); }
+    void draw_stroke()
+    {
+        queue().add(boost::make_shared<terrain::BrushCommand>(current().id(),
+            terrain::Brush{terrain::Brush::Direction::Raise, 2, 5},
+            terrain::BrushCommand::Path{{1, 1}, {2, 2}, {3, 3}}));
+    }
+    /// A stroke of one document is held up, one of the current document waits for it.
+    void begin_stroke_and_let_one_wait()
+    {
+        open_terrain_file("small.tif");
+        runner().report_also_to(&stroke_gate);
+        stroke_gate.close();
+        draw_stroke();
+        ASSERT_TRUE(support::wait_until([this] { return stroke_gate.holds(); }));
+        ASSERT_TRUE(window->open(tall_file("a.tif")));
+        draw_stroke();
+        ASSERT_EQ(queue().waiting(), 1u);
+    }
+    /// @return whether the one that waits goes on waiting when the other one has ended
+    bool let_stroke_end_and_look()
+    {
+        stroke_gate.open();
+        EXPECT_TRUE(support::wait_until([] { return !runner().is_running(); }));
+        QCoreApplication::sendPostedEvents();
+        return queue().waiting() == 1 && !runner().is_running();
+    }
+
     terrain::Gate gate{40};
+    terrain::Gate stroke_gate{40};
 };
 
 } // namespace
@@ -168,6 +209,35 @@ TEST_F(FileWorkTest, ACancelledExportKeepsTheOldFileAndTheChanges)
     EXPECT_TRUE(window->isWindowModified());
     EXPECT_EQ(read_text(directory + "/out.tif"), "the old file");
     EXPECT_THAT(names_in(directory), ElementsAre("out.tif"));
+    log.take_all();
+}
+
+TEST_F(FileWorkTest, AStrokeThatWaitsDoesNotBeginInWhatIsBeingWritten)
+{
+    begin_stroke_and_let_one_wait();
+    bool did_wait = false;
+    meanwhile([&] { did_wait = let_stroke_end_and_look(); });
+    const std::string sum = terrain::checksum(current().terrain().raster());
+    EXPECT_TRUE(window->write_export(QString::fromStdString(make_directory("out") + "/out.tif")));
+    EXPECT_TRUE(did_wait);
+    EXPECT_TRUE(support::wait_until([this] { return queue().waiting() == 0 && !runner().is_running(); }));
+    EXPECT_NE(terrain::checksum(current().terrain().raster()), sum) << "its turn has come";
+    EXPECT_TRUE(current().is_modified()) << "the file is without it";
+    log.take_all();
+}
+
+TEST_F(FileWorkTest, AStrokeThatWaitsDoesNotBeginInADocumentThatIsReadAgain)
+{
+    begin_stroke_and_let_one_wait();
+    const housekeeping::DocumentId old = current().id();
+    bool did_wait = false;
+    meanwhile([&] { did_wait = let_stroke_end_and_look(); });
+    emit window->findChild<terrain::ChangedFiles*>()->reload_asked(old);
+    EXPECT_TRUE(did_wait);
+    EXPECT_EQ(queue().waiting(), 0u);
+    EXPECT_EQ(documents(), 2);
+    EXPECT_FALSE(housekeeping::DocumentManager::instance().document_exists(old));
+    EXPECT_FALSE(current().is_modified());
     log.take_all();
 }
 

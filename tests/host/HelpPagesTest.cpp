@@ -282,8 +282,11 @@ TEST_F(HelpPagesTest, TheReferenceCardHasEveryKey)
         EXPECT_TRUE(binding.keys.isEmpty() || has_key(binding.keys, binding.description))
             << binding.description.toStdString();
     }
-    for (const terrain::HelpBinding& binding : terrain::help_bindings()) {
-        EXPECT_TRUE(has_key(binding.keys, binding.description)) << binding.description.toStdString();
+    for (const auto* const p_table :
+        {&terrain::help_bindings(), &terrain::tool_key_bindings(), &terrain::scene_key_bindings()}) {
+        for (const terrain::HelpBinding& binding : *p_table) {
+            EXPECT_TRUE(has_key(binding.keys, binding.description)) << binding.description.toStdString();
+        }
     }
     for (const terrain::MouseBinding& binding : terrain::mouse_bindings()) {
         EXPECT_TRUE(has(binding.description)) << binding.description.toStdString();

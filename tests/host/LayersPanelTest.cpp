@@ -25,8 +25,8 @@ using terrain::MapLayers;
 
 namespace {
 
-const auto s_all = {
-    &MapLayers::colours, &MapLayers::relief, &MapLayers::contours, &MapLayers::legend, &MapLayers::scale_bar};
+const auto s_all = {&MapLayers::colours, &MapLayers::relief, &MapLayers::contours, &MapLayers::triangulation,
+    &MapLayers::legend, &MapLayers::scale_bar};
 
 class LayersPanelTest : public WindowTest
 {
@@ -99,8 +99,9 @@ TEST_F(LayersPanelTest, FollowsTheMapWhoeverChangesIt)
 TEST_F(LayersPanelTest, IsInStepWithTheViewMenu)
 {
     open_terrain_file("a.tif");
-    const std::pair<Deed, bool MapLayers::*> entries[] = {{Deed::ContourLines, &MapLayers::contours},
-        {Deed::Legend, &MapLayers::legend}, {Deed::ScaleBar, &MapLayers::scale_bar}};
+    const std::pair<Deed, bool MapLayers::*> entries[]
+        = {{Deed::ContourLines, &MapLayers::contours}, {Deed::Triangulation, &MapLayers::triangulation},
+            {Deed::Legend, &MapLayers::legend}, {Deed::ScaleBar, &MapLayers::scale_bar}};
     for (const auto& [deed, layer] : entries) {
         const bool before = panel().box(layer).isChecked();
         window->action(deed).trigger();

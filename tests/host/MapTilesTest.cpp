@@ -158,6 +158,21 @@ TEST(MapTiles, NoMoreAreKeptThanAllowed)
     EXPECT_EQ(tiles.count(), MapTiles::most_kept);
 }
 
+TEST(MapTiles, AllOfAPartAreKeptHoweverManyTheyAre)
+{
+    const int count = MapTiles::most_kept + 40;
+    const Raster raster = raster_of(1, MapTiles::side * count, hills);
+    const HillShade shade(raster, Footprint(raster), Sampling::Nearest, {true, false});
+    MapTiles tiles;
+    const QRect all(0, 0, 1, MapTiles::side * count);
+    EXPECT_FALSE(tiles.part(all, 1, {shade, &raster, count - 1}).has_all_tiles);
+    EXPECT_TRUE(tiles.part(all, 1, {shade, &raster, 1}).has_all_tiles);
+    EXPECT_TRUE(tiles.part(all, 1, {shade, nullptr, 0}).has_all_tiles) << "there is nothing left to make";
+    EXPECT_EQ(tiles.count(), count);
+    tiles.part(QRect(0, 0, 1, 1), 1, {shade, nullptr, 0});
+    EXPECT_EQ(tiles.count(), MapTiles::most_kept) << "as many as are usual";
+}
+
 // On a map
 
 namespace {

@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 #include "commands/SmoothCommand.h"
 #include "documents/TerrainDocument.h"
+#include "panels/HistoryModel.h"
 #include "panels/HistoryPanel.h"
 #include "panels/HomePanel.h"
 #include "panels/QuickHelpPanel.h"
@@ -66,8 +67,11 @@ protected:
     QStringList history() const
     {
         QStringList texts;
-        for (int i = 0; i < window->history().entries().count(); ++i) {
-            texts.append(window->history().entries().item(i)->text());
+        for (const terrain::HistoryLine& line : window->history().model().lines()) {
+            if (line.kind == terrain::HistoryLine::Kind::Done
+                || line.kind == terrain::HistoryLine::Kind::Undone) {
+                texts.append(line.text);
+            }
         }
         return texts;
     }
@@ -230,12 +234,13 @@ TEST_F(PanelsTest, TheHistoryTellsWhatWasDoneAndUndone)
     EXPECT_TRUE(history()[0].startsWith("Smooth: radius 2, ")) << history()[0].toStdString();
     EXPECT_TRUE(history()[0].endsWith("cells changed")) << "what came out is known by now";
     EXPECT_TRUE(history()[1].startsWith("Smooth: radius 1, "));
-    EXPECT_FALSE(window->history().entries().item(0)->font().italic());
+    EXPECT_FALSE(window->history().model().index(0).data(terrain::HistoryModel::IsUndone).toBool());
 
     window->view()->setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, Qt::ControlModifier);
     ASSERT_EQ(history().size(), 2);
-    EXPECT_TRUE(window->history().entries().item(0)->font().italic()) << "what is undone stands on top";
+    EXPECT_TRUE(window->history().model().index(0).data(terrain::HistoryModel::IsUndone).toBool())
+        << "what is undone stands on top";
     EXPECT_TRUE(history()[0].startsWith("Smooth: radius 2"));
 }
 

@@ -258,6 +258,25 @@ TEST_F(PreferencesLooks, TheTabKeyReachesEverySetting)
     }
 }
 
+TEST_F(PreferencesLooks, TheTabKeyGoesThroughThePageBeforeTheButtons)
+{
+    show_dialog();
+    dialog->activateWindow();
+    tabs().setCurrentIndex(0);
+    tabs().setFocus();
+    const QWidget* const p_start = QApplication::focusWidget();
+    QStringList stops;
+    do {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        stops.append(QApplication::focusWidget()->objectName());
+    } while (QApplication::focusWidget() != p_start && stops.size() < 40);
+    EXPECT_EQ(stops.first(), "mouse_mode");
+    EXPECT_EQ(stops.mid(stops.size() - 4, 3), QStringList({"m_okButton", "m_cancelButton", "helpButton"}));
+    dialog->findChild<QPushButton*>("m_okButton")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    EXPECT_TRUE(page(0).isAncestorOf(QApplication::focusWidget()));
+}
+
 TEST_F(PreferencesLooks, ScrollingFollowsTheTabKey)
 {
     show_dialog();

@@ -13,6 +13,7 @@
 #include <tarqa/housekeeping/QuickHelpManager.h>
 #include <tarqa/housekeeping/QuickHelpTitleEntry.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAction>
 
@@ -41,6 +42,12 @@ QStringList inputs(const housekeeping::DocumentId& document, QuickHelpSection se
         texts.append(index.data(Qt::DisplayRole).toString() + ": " + index.data(Qt::UserRole).toString());
     }
     return texts;
+}
+
+/// Finds rows about the mouse.
+QRegularExpression mouse_row()
+{
+    return QRegularExpression("^([LMR]MB|Wheel): ");
 }
 
 class QuickHelpTableTest : public testing::Test
@@ -85,9 +92,24 @@ TEST_F(QuickHelpTableTest, NoTwoDeedsShareAKey)
 
 TEST_F(QuickHelpTableTest, TheMouseIsTheCurrentTool)
 {
-    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool),
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).filter(mouse_row()),
         (QStringList{"LMB: Drag to move the map", "LMB: Click for the profile through a cell",
-            "Wheel: Zoom at the pointer"}));
+            "Wheel: Zoom at the pointer", "LMB: Raise, Lower: drag to draw a stroke",
+            "Wheel: Raise, Lower: with Ctrl, the radius of the brush",
+            "LMB: Flatten: click for corners, double-click to close the polygon",
+            "RMB: With a tool: drag to move the map", "LMB: 3D view: drag to turn, with Shift to move",
+            "MMB: 3D view: drag to move", "LMB: 3D view: double-click to go to a place"}));
+}
+
+TEST_F(QuickHelpTableTest, TheKeysOfToolsAreShownBeforeTheMouse)
+{
+    const QStringList keys{"H: Move the map with the mouse", "R: Raise the terrain with a brush",
+        "L: Lower the terrain with a brush", "P: Draw a polygon and give its cells one height",
+        "[: Raise, Lower: smaller brush, with ] a larger one", "Return: Flatten: close the polygon",
+        "Backspace: Flatten: take the last corner back", "Esc: Give up a stroke or a polygon"};
+    const QStringList rows = inputs(document.id(), QuickHelpSection::CurrentTool);
+    EXPECT_EQ(rows.mid(0, keys.size()), keys);
+    EXPECT_EQ(rows.mid(keys.size()), rows.filter(mouse_row()));
 }
 
 TEST_F(QuickHelpTableTest, WithoutADocumentOnlyWhatIsPossibleIsShown)
@@ -103,15 +125,19 @@ TEST_F(QuickHelpTableTest, TheKeysOfTheHelpMenuAreAlwaysShown)
 {
     const QStringList expected{"F1: Help about this map or panel", "Shift+F1: Show the Quick Help panel"};
     EXPECT_EQ(inputs(housekeeping::DocumentId::null(), QuickHelpSection::Visibility), expected);
-    EXPECT_EQ(inputs(document.id(), QuickHelpSection::Visibility), expected);
+    const QStringList views{"F6: Show the map", "F7: Show the terrain in three dimensions",
+        "F8: Show the map and the terrain in three dimensions, side by side"};
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::Visibility), expected + views);
 }
 
 TEST_F(QuickHelpTableTest, GoesWithItsObject)
 {
+    const QStringList rows = inputs(document.id(), QuickHelpSection::CurrentTool);
+    ASSERT_FALSE(rows.isEmpty());
     auto another = std::make_unique<TerrainQuickHelp>(document);
-    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 6);
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 2 * rows.size());
     another.reset();
-    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool).size(), 3);
+    EXPECT_EQ(inputs(document.id(), QuickHelpSection::CurrentTool), rows);
 }
 
 TEST_F(QuickHelpTableTest, TheDescriptionTellsFactsOfTheRaster)

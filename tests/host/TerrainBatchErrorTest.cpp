@@ -101,7 +101,8 @@ TEST(TerrainBatch, ABadLineIsReportedWithItsNumber)
         {"export", "\"export\" has too few arguments"},
         {"export a.png",
             "the name of an exported file must end in one of \".tif\" (GeoTIFF), \".asc\" (ASCII grid), "
-            "\".gpkg\" (Contour lines)"},
+            "\".gpkg\" (Contour lines), \".ply\" (Triangulation as PLY), \".obj\" (Triangulation as OBJ), "
+            "\".off\" (Triangulation as OFF), \".stl\" (Triangulation as STL)"},
         {"export a.tif 10", "only contour lines have an interval"},
         {"export a.gpkg 0", "the interval between contour lines must be above 0"},
         {"export a.gpkg ten", "\"ten\" is not a number"},

@@ -193,3 +193,15 @@ TEST(TerrainCommand, MarksTheDocumentAsModified)
     EXPECT_TRUE(document.is_modified());
     EXPECT_FALSE(document.is_busy());
 }
+
+TEST(TerrainCommand, UndoAndRedoMarkADocumentThatWasSavedMeanwhile)
+{
+    TerrainDocument& document = make_document(make_raster(2, 1, {1, 3}));
+    insert(boost::make_shared<ScaleCommand>(document.id(), 3));
+    document.set_modified(false);
+    undo(document);
+    EXPECT_TRUE(document.is_modified());
+    document.set_modified(false);
+    redo(document);
+    EXPECT_TRUE(document.is_modified());
+}

@@ -22,6 +22,7 @@
 using namespace host_test;
 using terrain::TourReport;
 using terrain::Watchdog;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 
 namespace {
@@ -75,13 +76,18 @@ std::string make_browsers(const std::string& witness)
     return folder;
 }
 
-QJsonArray steps_in(const std::string& folder)
+QJsonObject list_in(const std::string& folder)
 {
     const std::string text = read_text(folder + "/" + TourReport::list_name);
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
     EXPECT_EQ(error.error, QJsonParseError::NoError) << text;
-    return document.object().value("steps").toArray();
+    return document.object();
+}
+
+QJsonArray steps_in(const std::string& folder)
+{
+    return list_in(folder).value("steps").toArray();
 }
 
 /// Expects all pictures of a tour that went well.
@@ -89,6 +95,7 @@ void expect_all_steps(const std::string& folder)
 {
     const QJsonArray steps = steps_in(folder);
     ASSERT_EQ(steps.size(), static_cast<int>(terrain::tour_steps().size()));
+    int duration = 0;
     for (int i = 0; i < steps.size(); ++i) {
         const QJsonObject step = steps[i].toObject();
         EXPECT_EQ(step.value("number").toInt(), i + 1);
@@ -102,6 +109,7 @@ void expect_all_steps(const std::string& folder)
         EXPECT_EQ(step.value("height").toInt(), picture.height());
         EXPECT_TRUE(terrain::is_varied(picture)) << name.toStdString();
         EXPECT_GE(step.value("duration").toInt(-1), 0);
+        duration += step.value("duration").toInt();
         const QJsonArray checks = step.value("checks").toArray();
         EXPECT_GE(checks.size(), 3);
         for (const QJsonValue& check : checks) {
@@ -109,6 +117,18 @@ void expect_all_steps(const std::string& folder)
                 << check.toObject().value("text").toString().toStdString();
         }
     }
+    EXPECT_EQ(list_in(folder).value("duration").toInt(), duration);
+}
+
+/// The steps that the program has named, in their order, and the sum.
+void expect_durations(const std::string& out)
+{
+    std::string expected;
+    for (const terrain::TourStep& step : terrain::tour_steps()) {
+        expected += std::string("[0-9]+ ms  ") + step.name + "\n *[0-9]+ +";
+    }
+    expected.erase(expected.rfind(" *[0-9]+ +"));
+    EXPECT_THAT(out, ContainsRegex(expected + " *[0-9]+ ms  all steps\n"));
 }
 
 } // namespace
@@ -121,6 +141,7 @@ TEST(TerrainTour, LeavesPictures)
     EXPECT_THAT(process.out(), HasSubstr("pictures of the tour are in " + folder));
     EXPECT_THAT(process.log(), HasSubstr("END OF ERROR LOG")) << "all was taken down in order";
     expect_all_steps(folder);
+    expect_durations(process.out());
 }
 
 TEST(TerrainTour, ShowsAFile)
@@ -134,10 +155,31 @@ TEST(TerrainTour, ShowsAFile)
     EXPECT_THAT(title.toStdString(), HasSubstr("hollows.tif"));
 }
 
+TEST(TerrainTour, LeavesTheFileThatItShowsAsItIs)
+{
+    const std::string file = make_terrain_file("hollows.tif");
+    const std::string content = read_text(file);
+    TourProcess process({scratch("pictures"), file});
+    EXPECT_EQ(process.finish(), 0) << process.error();
+    EXPECT_EQ(read_text(file), content);
+    EXPECT_THAT(steps_in(scratch("pictures")).size(), static_cast<int>(terrain::tour_steps().size()));
+}
+
+TEST(TerrainTour, WithoutOpenGLItLooksAtWhatTheViewSays)
+{
+    const std::string folder = scratch("pictures");
+    TourProcess process({folder, make_terrain_file("hollows.tif")},
+        [](TourProcess& tour) { tour.set_variable("QT_XCB_GL_INTEGRATION", "none"); });
+    EXPECT_EQ(process.finish(), 0) << process.error();
+    expect_all_steps(folder);
+    const std::string list = read_text(folder + "/" + TourReport::list_name);
+    EXPECT_THAT(list, HasSubstr("there is no OpenGL here, as the view says"));
+}
+
 TEST(TerrainTour, NeitherReadsNorChangesTheSettings)
 {
     const std::string recent_file = make_terrain_file("recent.tif");
-    TourProcess process({scratch("pictures")},
+    TourProcess process({scratch("pictures"), make_terrain_file("hollows.tif")},
         [&recent_file](const TourProcess& tour) { write_settings(tour.home(), recent_file); });
     const std::string folder = process.home() + "/Tarqa";
     const std::vector<std::string> names = names_in(folder);
@@ -154,7 +196,7 @@ TEST(TerrainTour, NeitherReadsNorChangesTheSettings)
 TEST(TerrainTour, StartsNoBrowser)
 {
     const std::string witness = scratch("started");
-    TourProcess process({scratch("pictures")},
+    TourProcess process({scratch("pictures"), make_terrain_file("hollows.tif")},
         [&witness](TourProcess& tour) { tour.find_programs_in(make_browsers(witness)); });
     EXPECT_EQ(process.finish(), 0) << process.error();
     EXPECT_FALSE(std::filesystem::exists(witness)) << read_text(witness);
@@ -166,18 +208,23 @@ TEST(TerrainTour, ShowsWhatThereIs)
     for (const terrain::TourStep& step : terrain::tour_steps()) {
         names.append(step.name);
     }
-    for (const char* const name :
-        {"help-contents", "help-about-panel", "shortcuts", "about", "log", "preferences-general",
-            "preferences-viewer", "preferences-performance", "preferences-animation", "another-background",
-            "first-background", "parameters", "recent-files", "statistics", "layers"}) {
+    for (const char* const name : {"relief", "layers", "scene", "map-and-scene", "statistics", "recent-files",
+             "floating-panel", "docked-panel", "tools-menu", "sinks-filled", "smoothed", "clamped", "scaled",
+             "raised", "lowered", "polygon", "flattened", "triangulated", "triangles-in-scene", "resampled",
+             "cropped", "cleaned-up", "parameters", "cell-size", "range", "history", "cancelled",
+             "several-undone", "all-undone", "redone", "save-as", "saved", "exported", "preferences-general",
+             "preferences-viewer", "preferences-performance", "preferences-animation", "another-background",
+             "first-background", "help-contents", "help-about-panel", "shortcuts", "about", "log",
+             "unsaved-changes", "start-page"}) {
         EXPECT_EQ(names.count(name), 1) << name;
     }
 }
 
 TEST(TerrainTour, TwoAtOnce)
 {
-    TourProcess one({scratch("one")});
-    TourProcess other({scratch("other")});
+    const std::string file = make_terrain_file("hollows.tif");
+    TourProcess one({scratch("one"), file});
+    TourProcess other({scratch("other"), file});
     EXPECT_EQ(one.finish(), 0) << one.error();
     EXPECT_EQ(other.finish(), 0) << other.error();
     expect_all_steps(scratch("one"));
@@ -235,6 +282,9 @@ TEST(TourReport, ListsWhatItWrote)
     EXPECT_FALSE(checks[1].toObject().value("result").toBool(true));
     EXPECT_EQ(QImage(QString::fromStdString(scratch("report/07-red.png"))).size(), QSize(3, 2));
     EXPECT_EQ(report.entries(), 1);
+    report.add({8, "again", picture, 30, {}});
+    EXPECT_EQ(report.duration(), 42);
+    EXPECT_EQ(list_in(scratch("report")).value("duration").toInt(), 42);
 }
 
 TEST(TourReport, AMissingPictureIsAnError)

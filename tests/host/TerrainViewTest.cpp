@@ -1,9 +1,12 @@
 #include "views/TerrainView.h"
 #include "CommandFixture.h"
 #include "RasterFiles.h"
+#include "commands/BrushCommand.h"
+#include "commands/CropCommand.h"
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
 #include "support/App.h"
+#include "support/LogCapture.h"
 #include "tour/UserInput.h"
 
 #include <tarqa/housekeeping/ApplicationManager.h>
@@ -13,6 +16,8 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
+#include <boost/make_shared.hpp>
+#include <gdal_priv.h>
 #include <gtest/gtest.h>
 
 using namespace host_test;
@@ -266,6 +271,30 @@ TEST_F(TerrainViewTest, RefreshDrawsTheCellsAsTheyAre)
     view.refresh();
     EXPECT_NE(view.grab().toImage(), before);
     expect_near(view.map_position({0, 0}), place);
+}
+
+TEST_F(TerrainViewTest, KeepsThePictureOfBeforeIfAChangeCannotBeDrawn)
+{
+    support::LogCapture log;
+    view.zoom_in();
+    const QImage before = view.picture().shade().picture();
+    const QImage map = view.grab().toImage();
+    GDALDriver* const p_memory = GetGDALDriverManager()->GetDriverByName("MEM");
+    GetGDALDriverManager()->DeregisterDriver(p_memory);
+    insert(boost::make_shared<terrain::CropCommand>(document.id(), terrain::CellRange{2, 10, 2, 8}));
+    EXPECT_TRUE(view.problem().startsWith("The relief cannot be shaded"));
+    EXPECT_TRUE(log.take("The relief cannot be shaded"));
+    log.take_all();
+    EXPECT_EQ(view.picture().shade().picture(), before);
+    EXPECT_NE(view.grab().toImage(), map) << "there is a note";
+    EXPECT_FALSE(view.reading({200, 150})) << "the map is of other cells";
+    GetGDALDriverManager()->RegisterDriver(p_memory);
+    insert(boost::make_shared<terrain::BrushCommand>(document.id(),
+        terrain::Brush{terrain::Brush::Direction::Raise, 2, 5}, terrain::BrushCommand::Path{{3, 3}}));
+    EXPECT_EQ(view.problem(), "");
+    const TerrainView fresh(document.id());
+    EXPECT_EQ(view.picture().shade().picture(), fresh.picture().shade().picture());
+    EXPECT_TRUE(view.reading({200, 150}));
 }
 
 TEST_F(TerrainViewTest, OutlivesItsDocument)

@@ -7,6 +7,7 @@
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
 #include "help/TerrainQuickHelp.h"
+#include "panels/HistoryModel.h"
 #include "panels/HistoryPanel.h"
 #include "panels/HomePanel.h"
 #include "panels/QuickHelpPanel.h"
@@ -18,8 +19,10 @@
 #include "support/TestAccess.h"
 #include "tour/Gate.h"
 #include "views/TerrainView.h"
+#include "views/TerrainWatch.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/HousekeepingException.h>
 #include <tarqa/housekeeping/ProgressBarsController.h>
 #include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
 
@@ -45,6 +48,7 @@ using terrain::CommandRunner;
 using terrain::CommandsPresentation;
 using terrain::ProgressPresentation;
 using terrain::SmoothCommand;
+using terrain::TerrainWatch;
 
 namespace {
 
@@ -80,8 +84,11 @@ protected:
     QStringList history() const
     {
         QStringList texts;
-        for (int i = 0; i < window->history().entries().count(); ++i) {
-            texts.append(window->history().entries().item(i)->text());
+        for (const terrain::HistoryLine& line : window->history().model().lines()) {
+            if (line.kind == terrain::HistoryLine::Kind::Done
+                || line.kind == terrain::HistoryLine::Kind::Undone) {
+                texts.append(line.text);
+            }
         }
         return texts;
     }
@@ -312,6 +319,50 @@ TEST_F(WindowCommandsTest, ARequestThatComesTooLateCancelsNoRedo)
     undo_redo().undo();
     undo_redo().redo();
     EXPECT_EQ(bits(current()), done);
+}
+
+TEST_F(WindowCommandsTest, ARunEndsWhateverThoseThrowWhoAreTold)
+{
+    open_terrain_file("a.tif");
+    int heard = 0;
+    const TerrainWatch exceptional(current().id(), [](const terrain::CellChanges&) {
+        throw housekeeping::HousekeepingException(1, "No drawing", "test", 1);
+    });
+    QString problem;
+    const TerrainWatch standard(
+        current().id(), [](const terrain::CellChanges&) { throw std::runtime_error("No room"); },
+        [&problem](const QString& text) { problem = text; });
+    const TerrainWatch other(current().id(), [&heard](const terrain::CellChanges&) { ++heard; });
+    const QSignalSpy finished(&runner(), &CommandRunner::finished);
+    run(boost::make_shared<SmoothCommand>(current().id(), 1));
+    EXPECT_EQ(finished.size(), 1);
+    EXPECT_EQ(heard, 1) << "the others are told all the same";
+    EXPECT_EQ(problem, "No room");
+    EXPECT_FALSE(current().is_busy());
+    EXPECT_TRUE(log.take("No drawing"));
+    EXPECT_TRUE(log.take("No room"));
+    log.take_all();
+}
+
+TEST_F(WindowCommandsTest, ARunEndsAlsoIfTheMessageOfItsEndFails)
+{
+    open_terrain_file("a.tif");
+    support::DocumentMessageSpy spy;
+    bool has_thrown = false;
+    spy.run_in_slot([&has_thrown](housekeeping::DocumentMessage& message) {
+        if (message.doc_change_type() == housekeeping::DocumentMessage::Idle) {
+            has_thrown = true;
+            throw std::runtime_error("Not idle");
+        }
+    });
+    const QSignalSpy finished(&runner(), &CommandRunner::finished);
+    run(boost::make_shared<SmoothCommand>(current().id(), 1));
+    EXPECT_EQ(finished.size(), 1);
+    EXPECT_TRUE(has_thrown);
+    EXPECT_FALSE(runner().is_running());
+    EXPECT_FALSE(current().is_busy());
+    EXPECT_TRUE(log.take("Not idle"));
+    log.take_all();
 }
 
 TEST_F(WindowCommandsTest, OneCommandAtATime)

@@ -70,11 +70,13 @@ TEST_F(WindowMenusTest, AreFilledByWhoeverHasSomethingToOffer)
     EXPECT_EQ(texts(menu("&Edit")).mid(0, 2), (QStringList{"&Undo", "&Redo"}));
     EXPECT_EQ(texts(menu("&View")),
         (QStringList{"Zoom &In", "Zoom &Out", "&Whole Raster", "-", "Look &Left", "Look &Right", "Look &Up",
-            "Look &Down", "-", "&Contour Lines", "Le&gend", "&Scale Bar", "-", "&Previous Document",
-            "&Next Document", "-", "Quick &Help", "S&tatistics", "La&yers"}));
+            "Look &Down", "-", "&Map", "&3D View", "Both &Views", "-", "Or&bit", "&Fly", "E&xaggerate More",
+            "&Exaggerate Less", "-", "&Contour Lines", "Tri&angulation", "Le&gend", "&Scale Bar", "-",
+            "&Previous Document", "&Next Document", "-", "Quick &Help", "S&tatistics", "La&yers"}));
     EXPECT_EQ(texts(menu("&Tools")),
-        (QStringList{
-            "&Smooth…", "&Fill Sinks", "&Clamp…", "Sc&ale…", "-", "Cro&p…", "&Resample…", "-", "Clean &Up"}));
+        (QStringList{"&Smooth…", "&Fill Sinks", "&Clamp…", "Sc&ale…", "-", "Cro&p…", "&Resample…", "-",
+            "&Triangulate…", "-", "Clean &Up", "-", "Mo&ve the Map", "Ra&ise", "&Lower",
+            "Flatte&n a Polygon"}));
     EXPECT_EQ(texts(menu(" &Help")),
         (QStringList{"&Contents...", "&Quick Help...", "&Shortcuts...", "Show &Log File...", "-",
             "&About RecordedHelp..."}));

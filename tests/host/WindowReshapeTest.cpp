@@ -5,6 +5,7 @@
 #include "documents/TerrainModel.h"
 #include "help/HelpTopics.h"
 #include "io/ReferenceSystem.h"
+#include "panels/HistoryModel.h"
 #include "panels/HistoryPanel.h"
 #include "panels/HomePanel.h"
 #include "panels/QuickHelpPanel.h"
@@ -307,10 +308,10 @@ TEST_F(WindowReshapeTest, WhatTheDialogsGiveIsDone)
     runner().wait();
     tools().resample_action()->trigger();
     EXPECT_FALSE(runner().is_running());
-    const QListWidget& history = window->history().entries();
-    ASSERT_EQ(history.count(), 2);
-    EXPECT_EQ(history.item(1)->text(), "Crop: columns 4 to 19, rows 0 to 9, 20 x 15 cells became 16 x 10");
-    EXPECT_EQ(history.item(0)->text(), "Resample: factor 3, average, 16 x 10 cells became 6 x 4");
+    const terrain::HistoryModel& history = window->history().model();
+    ASSERT_EQ(history.commands(), 2);
+    EXPECT_EQ(history.lines()[1].text, "Crop: columns 4 to 19, rows 0 to 9, 20 x 15 cells became 16 x 10");
+    EXPECT_EQ(history.lines()[0].text, "Resample: factor 3, average, 16 x 10 cells became 6 x 4");
 }
 
 TEST_F(WindowReshapeTest, TheSizeIsToldAnewAfterTheCommandItsUndoAndItsRedo)

@@ -3,13 +3,16 @@
 #include "batch/RasterReport.h"
 #include "batch/Script.h"
 #include "batch/System.h"
+#include "commands/BrushCommand.h"
 #include "commands/ClampCommand.h"
 #include "commands/CleanUpCommand.h"
 #include "commands/CropCommand.h"
 #include "commands/FillSinksCommand.h"
+#include "commands/FlattenCommand.h"
 #include "commands/ResampleCommand.h"
 #include "commands/ScaleCommand.h"
 #include "commands/SmoothCommand.h"
+#include "commands/TriangulateCommand.h"
 #include "documents/ExportTerrain.h"
 #include "documents/OpenTerrain.h"
 #include "documents/TerrainDocument.h"
@@ -34,6 +37,8 @@ namespace terrain {
 
 namespace {
 
+const std::size_t s_most_corners = 100000; ///< of a polygon
+
 std::atomic<bool> s_fatal_error{false};
 
 /// @throws ScriptError if there is no such method
@@ -46,6 +51,17 @@ Resampling resampling_of(const std::string& word)
     }
     throw ScriptError(QObject::tr("\"%1\" is not \"nearest\", \"bilinear\" or \"average\"")
                           .arg(QString::fromStdString(word)));
+}
+
+/// Of a dab: column, row, radius and height.
+Brush brush_of(Brush::Direction direction, const std::vector<std::string>& words)
+{
+    return {direction, number_of(words[2]), number_of(words[3])};
+}
+
+BrushCommand::Path path_of(const std::vector<std::string>& words)
+{
+    return {QPointF(number_of(words[0]), number_of(words[1]))};
 }
 
 void note_fatal_error()
@@ -79,7 +95,11 @@ const std::vector<Batch::Instruction>& Batch::instructions()
         {"scale", 1, 1, &Batch::scale},
         {"crop", 4, 4, &Batch::crop},
         {"resample", 1, 2, &Batch::resample},
+        {"triangulate", 1, 1, &Batch::triangulate},
         {"clean-up", 0, 0, &Batch::clean_up},
+        {"raise", 4, 4, &Batch::raise},
+        {"lower", 4, 4, &Batch::lower},
+        {"flatten", 7, 2 * s_most_corners + 1, &Batch::flatten},
         {"undo", 0, 1, &Batch::undo},
         {"redo", 0, 1, &Batch::redo},
         {"info", 0, 0, &Batch::info},
@@ -239,9 +259,37 @@ void Batch::resample(const Words& words)
         number_of(words[0]), words.size() > 1 ? resampling_of(words[1]) : Resampling::Bilinear);
 }
 
+void Batch::triangulate(const Words& words)
+{
+    execute<TriangulateCommand>(number_of(words[0]));
+}
+
 void Batch::clean_up(const Words&)
 {
     execute<CleanUpCommand>();
+}
+
+void Batch::raise(const Words& words)
+{
+    execute<BrushCommand>(brush_of(Brush::Direction::Raise, words), path_of(words));
+}
+
+void Batch::lower(const Words& words)
+{
+    execute<BrushCommand>(brush_of(Brush::Direction::Lower, words), path_of(words));
+}
+
+void Batch::flatten(const Words& words)
+{
+    if (words.size() % 2 == 0) {
+        throw ScriptError(tr("the last corner has no row"));
+    }
+    FlattenCommand::Polygon polygon;
+    for (std::size_t i = 1; i < words.size(); i += 2) {
+        polygon.emplace_back(number_of(words[i]), number_of(words[i + 1]));
+    }
+    const auto height = words[0] == "mean" ? std::nullopt : std::make_optional(number_of(words[0]));
+    execute<FlattenCommand>(polygon, height);
 }
 
 void Batch::undo(const Words& words)
@@ -277,7 +325,7 @@ void Batch::write_export(const Words& words)
     if (format == ExportFormat::Contours && interval <= 0) {
         throw ScriptError(tr("the interval between contour lines must be above 0"));
     }
-    export_raster(raster, words[0], interval);
+    export_terrain(document().terrain(), words[0], interval);
     log_exported(words[0]);
 }
 
@@ -302,7 +350,7 @@ void Batch::execute(Arguments... arguments)
 }
 
 /// Goes back or forward in the history, as often as the arguments say or as there is something left.
-template <class Steps, class Step>
+template <typename Steps, typename Step> // lupdate takes "class Step" for the class that the texts belong to
 void Batch::repeat(const Words& words, const QString& verb, Steps available, Step step)
 {
     const int wanted = words.empty() ? 1 : count_of(words[0]);

@@ -67,7 +67,11 @@ private:
     void scale(const Words& words);
     void crop(const Words& words);
     void resample(const Words& words);
+    void triangulate(const Words& words);
     void clean_up(const Words& words);
+    void raise(const Words& words);
+    void lower(const Words& words);
+    void flatten(const Words& words);
     void undo(const Words& words);
     void redo(const Words& words);
     void info(const Words& words);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QRect>
+
 #include <cstddef>
 #include <vector>
 
@@ -18,14 +20,24 @@ public:
     CellPatch() = default;
     /// The difference between the same cells before and after a change.
     CellPatch(const std::vector<double>& before, const std::vector<double>& after);
+    /// The same if only some columns and rows may have changed. @param before all cells of a raster with so
+    /// many @p columns @param area not empty, inside of it @param after the cells of the area, row by row
+    CellPatch(
+        const std::vector<double>& before, int columns, const QRect& area, const std::vector<double>& after);
 
     /// How many cells changed; a cell counts if any of its bits did.
     std::size_t changed() const { return m_changed; }
+    /// The columns and rows that hold all changed cells of a raster with so many columns; empty for none.
+    QRect area(int columns) const;
     /// The memory held, in bytes.
     std::size_t bytes() const;
 
     /// Puts back what the cells held before the change.
     void restore(std::vector<double>& cells) const;
+
+    /// Makes this patch one of two changes, its own and the one after it. If there is not enough memory for
+    /// it, the patch stays as it is. @param now the cells after both
+    void add(const CellPatch& later, const std::vector<double>& now);
 
 private:
     struct Run
@@ -34,7 +46,12 @@ private:
         std::size_t length;
     };
 
-    void find_runs(const std::vector<double>& before, const std::vector<double>& after);
+    class Reader;
+
+    void find_runs(
+        const std::vector<double>& before, std::size_t first, const double* p_after, std::size_t length);
+    void keep(const std::vector<double>& before);
+    void add_run(const Run& run);
 
     std::size_t m_changed = 0;
     std::vector<Run> m_runs;

@@ -1,6 +1,8 @@
 #include "commands/ClampCommand.h"
 
 #include "documents/Raster.h"
+#include "language/NumberText.h"
+#include "windows/Icons.h"
 
 #include <QtCore/QLocale>
 
@@ -18,7 +20,9 @@ ClampCommand::ClampCommand(housekeeping::DocumentId document_id, double lowest, 
     : TerrainCommand(document_id, tr("Clamp"))
     , m_lowest(lowest)
     , m_highest(highest)
-{ }
+{
+    setIcon(icon("clamp"));
+}
 
 std::vector<double> ClampCommand::new_cells(const Raster& raster) const
 {
@@ -31,8 +35,8 @@ std::vector<double> ClampCommand::new_cells(const Raster& raster) const
 QString ClampCommand::parameters() const
 {
     return tr("%1 to %2")
-        .arg(QString::number(m_lowest, 'g', QLocale::FloatingPointShortest),
-            QString::number(m_highest, 'g', QLocale::FloatingPointShortest));
+        .arg(number_text(m_lowest, 'g', QLocale::FloatingPointShortest),
+            number_text(m_highest, 'g', QLocale::FloatingPointShortest));
 }
 
 } // namespace terrain

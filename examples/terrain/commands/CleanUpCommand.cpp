@@ -4,6 +4,8 @@
 #include "commands/FillSinksCommand.h"
 #include "commands/RunningCommand.h"
 #include "commands/SmoothCommand.h"
+#include "documents/HeightUnit.h"
+#include "windows/Icons.h"
 
 #include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/DataSource.h>
@@ -19,25 +21,6 @@ namespace {
 
 const double s_lowest_metres = -11000; ///< below the Challenger Deep
 const double s_highest_metres = 9000; ///< above Mount Everest
-
-double metres_per(housekeeping::DataSource::Units unit)
-{
-    using housekeeping::DataSource;
-    switch (unit) {
-    case DataSource::Inches:
-        return 0.0254;
-    case DataSource::Feet:
-        return 0.3048;
-    case DataSource::Miles:
-        return 1609.344;
-    case DataSource::Kilometres:
-        return 1000;
-    case DataSource::Decimetres:
-        return 0.1;
-    default:
-        return 1;
-    }
-}
 
 } // namespace
 
@@ -67,6 +50,7 @@ private:
 CleanUpCommand::CleanUpCommand(const housekeeping::DocumentId& document_id)
     : CompositeCommand(document_id, tr("Clean up").toStdString(), false)
 {
+    setIcon(icon("clean-up"));
     if (!housekeeping::DocumentManager::instance().document_from_id(document_id).inTime()) {
         const std::pair<double, double> heights = possible_heights(document_id);
         add(boost::make_shared<ClampCommand>(document_id, heights.first, heights.second));

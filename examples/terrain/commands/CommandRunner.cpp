@@ -6,6 +6,7 @@
 #include <tarqa/housekeeping/ControllerLocker.h>
 #include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ProgressBarsController.h>
 #include <tarqa/utilities/Exception.h>
 
@@ -35,6 +36,23 @@ void change_progress(Change change)
         housekeeping::ControllerLocker locker(*sp_controller);
         change(*sp_controller);
         locker.finished();
+    }
+}
+
+/// Does @p work, in which anybody may be told something; what that throws goes to the log. A run must end for
+/// those who wait for it, whatever becomes of others.
+template <typename Work>
+void do_whatever_happens(Work work)
+{
+    auto& errors = housekeeping::ErrorHandler::instance();
+    try {
+        work();
+    } catch (const tarqa::Exception& exception) {
+        errors.report_exception(exception);
+    } catch (const std::exception& exception) {
+        errors.report_exception(exception);
+    } catch (...) {
+        errors.report_exception("An unknown exception was thrown");
     }
 }
 
@@ -98,7 +116,7 @@ housekeeping::CommandId CommandRunner::command() const
     return is_running() ? m_sp_command->id() : housekeeping::CommandId::null();
 }
 
-bool CommandRunner::start(const boost::shared_ptr<housekeeping::AbstractCommand>& sp_command)
+bool CommandRunner::start(const boost::shared_ptr<housekeeping::AbstractCommand>& sp_command, Length length)
 {
     // Not even a second thread may insert now: the main thread is not to wait when it undoes.
     if (is_running() || documents().documents_busy()) {
@@ -106,6 +124,7 @@ bool CommandRunner::start(const boost::shared_ptr<housekeeping::AbstractCommand>
     }
     m_sp_command = sp_command;
     m_name = QString::fromStdString(sp_command->name());
+    m_length = length;
     m_succeeded = false;
     m_error.clear();
     m_percentage = 0;
@@ -169,10 +188,12 @@ void CommandRunner::end()
     sp_command->setProgress(nullptr); // a redo runs on the main thread
     const std::string failure = m_error.empty() ? failure_of(*sp_command) : m_error;
     const Outcome how = outcome(failure);
-    change_progress([&sp_command](housekeeping::ProgressBarsController& bars) {
-        bars.command_finished(sp_command->id());
+    do_whatever_happens([&sp_command] {
+        change_progress([&sp_command](housekeeping::ProgressBarsController& bars) {
+            bars.command_finished(sp_command->id());
+        });
     });
-    documents().document_busy(sp_command->document_id(), false);
+    do_whatever_happens([&sp_command] { documents().document_busy(sp_command->document_id(), false); });
     emit finished(how, m_name, QString::fromStdString(failure));
 }
 

@@ -26,8 +26,9 @@ namespace housekeeping = tarqa::housekeeping;
  * program's ProgressBarsController informed.
  *
  * The document has a busy mark from start() to finished(), both on the main thread: whoever looks at
- * DocumentManager::document_busy() there knows for certain whether the cells may be read. Everything belongs
- * to the main thread; of the run only insert() and the progress sink are in the other one.
+ * DocumentManager::document_busy() there knows for certain whether the cells may be read. What somebody
+ * throws who is told about the end goes to the log: finished() comes whatever happens. Everything belongs to
+ * the main thread; of the run only insert() and the progress sink are in the other one.
  */
 class CommandRunner : public QObject
 {
@@ -46,14 +47,25 @@ public:
     /// Cancels and waits, without a word to anybody.
     ~CommandRunner() override;
 
+    /// What people expect of a run.
+    enum class Length
+    {
+        Any,
+        Moment ///< mostly over before one could read its progress
+    };
+
     /// Begins to run a command. @return false if a document is busy: nothing happens then
-    bool start(const boost::shared_ptr<housekeeping::AbstractCommand>& sp_command);
+    bool start(
+        const boost::shared_ptr<housekeeping::AbstractCommand>& sp_command, Length length = Length::Any);
 
     bool is_running() const { return m_sp_command != nullptr; }
     /// The running command; null if none is running.
     housekeeping::CommandId command() const;
     /// Its name, as it was in the beginning.
     const QString& name() const { return m_name; }
+
+    /// As it was started.
+    Length length() const { return m_length; }
 
     /// Asks the running command to stop, which it does when it next reports.
     void cancel();
@@ -82,6 +94,7 @@ private:
 
     boost::shared_ptr<housekeeping::AbstractCommand> m_sp_command; // while it is running
     QString m_name;
+    Length m_length = Length::Any;
     bool m_succeeded = false;
     std::string m_error; // what the run threw; the other thread's until it has ended
     std::unique_ptr<Sink> m_sink;

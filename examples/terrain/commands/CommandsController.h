@@ -36,6 +36,9 @@ public:
         double factor = 2; ///< of scaling
         double cell_factor = 2; ///< of resampling
         Resampling resampling = Resampling::Bilinear;
+        double brush_radius = 10; ///< of the brushes, in cells
+        std::optional<double> brush_height; ///< none before the first time
+        std::optional<double> tolerance; ///< of triangulating; none before the first time
     };
 
     CommandsController();

@@ -1,5 +1,7 @@
 #include "commands/CropCommand.h"
 
+#include "windows/Icons.h"
+
 #include <algorithm>
 
 namespace terrain {
@@ -49,7 +51,9 @@ std::optional<CellRange> range_of_data(const Raster& raster)
 CropCommand::CropCommand(housekeeping::DocumentId document_id, const CellRange& range)
     : ReshapeCommand(document_id, tr("Crop"))
     , m_range(range)
-{ }
+{
+    setIcon(icon("crop"));
+}
 
 QString CropCommand::objection(const CellRange& range, int columns, int rows)
 {

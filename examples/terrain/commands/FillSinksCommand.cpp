@@ -1,6 +1,7 @@
 #include "commands/FillSinksCommand.h"
 
 #include "documents/Raster.h"
+#include "windows/Icons.h"
 
 #include <algorithm>
 #include <functional>
@@ -117,7 +118,9 @@ private:
 
 FillSinksCommand::FillSinksCommand(housekeeping::DocumentId document_id)
     : TerrainCommand(document_id, tr("Fill sinks"))
-{ }
+{
+    setIcon(icon("fill-sinks"));
+}
 
 std::vector<double> FillSinksCommand::new_cells(const Raster& raster) const
 {

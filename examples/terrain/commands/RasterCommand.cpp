@@ -2,10 +2,18 @@
 
 #include "ErrorCode.h"
 #include "commands/RunningCommand.h"
+#include "documents/Mesh.h"
 #include "documents/TerrainModel.h"
+#include "language/NumberText.h"
+#include "language/UnitText.h"
 
+#include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/CompositeCommand.h>
+#include <tarqa/housekeeping/DataSource.h>
+#include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/FailedCommandException.h>
+
+#include <QtCore/QLocale>
 
 #include <new>
 
@@ -28,9 +36,27 @@ void RasterCommand::rollback()
     undo_command();
 }
 
+std::size_t RasterCommand::undo_bytes() const
+{
+    if (!m_sp_old_mesh || !*m_sp_old_mesh) {
+        return 0;
+    }
+    const Mesh& mesh = **m_sp_old_mesh;
+    return mesh.vertices.capacity() * sizeof(mesh.vertices[0])
+        + mesh.triangles.capacity() * sizeof(mesh.triangles[0]);
+}
+
 void RasterCommand::report(std::size_t done, std::size_t total) const
 {
     progress(total == 0 ? 100 : static_cast<unsigned int>(done * 100 / total));
+}
+
+QString RasterCommand::height_text(double height) const
+{
+    const QString number = number_text(height, 'g', QLocale::FloatingPointShortest);
+    const auto sp_source
+        = housekeeping::DocumentManager::instance().document_from_id(document_id()).datasource();
+    return sp_source ? tr("%1 %2", "height and unit").arg(number, height_unit_text(sp_source)) : number;
 }
 
 void RasterCommand::fail(const QString& reason, const char* source, unsigned int line)
@@ -50,7 +76,9 @@ void RasterCommand::do_command()
     const RunningCommand running(*this);
     try {
         report(0, 1);
-        appendDescription(change(TerrainModel::of(document_id())).toStdString());
+        TerrainModel& model = TerrainModel::of(document_id());
+        m_sp_old_mesh = model.mesh();
+        appendDescription(change(model).toStdString());
     } catch (const housekeeping::FailedCommandException& failure) {
         m_failure = failure.what();
         throw;
@@ -59,6 +87,20 @@ void RasterCommand::do_command()
         m_failure = reason.toStdString();
         fail(reason, s_source, __LINE__);
     }
+}
+
+void RasterCommand::undo_command()
+{
+    if (!m_sp_old_mesh) { // not run, or taken back already
+        return;
+    }
+    housekeeping::AbstractDocument& document
+        = housekeeping::DocumentManager::instance().document_from_id(document_id());
+    auto& model = dynamic_cast<TerrainModel&>(document.model());
+    take_back(model);
+    model.mesh(*m_sp_old_mesh);
+    m_sp_old_mesh.reset();
+    document.set_modified(true); // it may have been saved meanwhile
 }
 
 void RasterCommand::finished(bool)

@@ -1,6 +1,8 @@
 #include "commands/ResampleCommand.h"
 
 #include "io/RasterMemory.h"
+#include "language/NumberText.h"
+#include "windows/Icons.h"
 
 #include <QtCore/QLocale>
 
@@ -100,13 +102,29 @@ double resampled_cell(const Raster& raster, const Stretch& columns, const Stretc
     return has_data ? mean.value() : no_data;
 }
 
+/// For people; name_of() is for scripts.
+QString method_text(Resampling method)
+{
+    switch (method) {
+    case Resampling::Nearest:
+        return ResampleCommand::tr("nearest");
+    case Resampling::Bilinear:
+        return ResampleCommand::tr("bilinear");
+    case Resampling::Average:
+        return ResampleCommand::tr("average");
+    }
+    return {};
+}
+
 } // namespace
 
 ResampleCommand::ResampleCommand(housekeeping::DocumentId document_id, double factor, Resampling method)
     : ReshapeCommand(document_id, tr("Resample"))
     , m_factor(factor)
     , m_method(method)
-{ }
+{
+    setIcon(icon("resample"));
+}
 
 long long ResampleCommand::resampled(int size, double factor)
 {
@@ -120,7 +138,7 @@ QString ResampleCommand::objection(int columns, int rows, double factor, Resampl
     }
     if (!(factor >= smallest_factor && factor <= largest_factor)) {
         return tr("The factor must be from %1 to %2")
-            .arg(QString::number(smallest_factor), QString::number(largest_factor));
+            .arg(number_text(smallest_factor), number_text(largest_factor));
     }
     if (method == Resampling::Average && factor < 1) {
         return tr("Averages are for larger cells: the factor must not be below 1");
@@ -139,8 +157,8 @@ QString ResampleCommand::objection_to_size(long long columns, long long rows)
     if (memory > memory_limit()) {
         const double gigabyte = 1e9;
         return tr("The result would have %1 x %2 cells and need %3 GB of memory; %4 GB may be used")
-            .arg(QString::number(columns), QString::number(rows), QString::number(memory / gigabyte, 'g', 3),
-                QString::number(memory_limit() / gigabyte, 'g', 3));
+            .arg(QString::number(columns), QString::number(rows), number_text(memory / gigabyte, 'g', 3),
+                number_text(memory_limit() / gigabyte, 'g', 3));
     }
     return QString();
 }
@@ -195,7 +213,7 @@ std::optional<Raster> ResampleCommand::new_raster(const Raster& raster) const
 QString ResampleCommand::parameters() const
 {
     return tr("factor %1, %2")
-        .arg(QString::number(m_factor, 'g', QLocale::FloatingPointShortest), name_of(m_method));
+        .arg(number_text(m_factor, 'g', QLocale::FloatingPointShortest), method_text(m_method));
 }
 
 } // namespace terrain

@@ -6,7 +6,7 @@ namespace terrain {
 
 std::size_t ReshapeCommand::undo_bytes() const
 {
-    return m_old ? m_old->cells.capacity() * sizeof(double) : 0;
+    return RasterCommand::undo_bytes() + (m_old ? m_old->cells.capacity() * sizeof(double) : 0);
 }
 
 Raster ReshapeCommand::description_of(const Raster& raster)
@@ -37,10 +37,10 @@ QString ReshapeCommand::change(TerrainModel& model)
     return outcome;
 }
 
-void ReshapeCommand::undo_command()
+void ReshapeCommand::take_back(TerrainModel& model)
 {
     if (m_old) { // not after a run that did not come to its end
-        TerrainModel::of(document_id()).swap(*m_old);
+        model.swap(*m_old);
         m_old.reset();
     }
 }

@@ -37,7 +37,7 @@ protected:
 
 private:
     QString change(TerrainModel& model) override;
-    void undo_command() override;
+    void take_back(TerrainModel& model) override;
 
     std::optional<Raster> m_old; // while another one is in its place
 };

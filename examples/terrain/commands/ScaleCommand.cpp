@@ -1,6 +1,8 @@
 #include "commands/ScaleCommand.h"
 
 #include "documents/Raster.h"
+#include "language/NumberText.h"
+#include "windows/Icons.h"
 
 #include <QtCore/QLocale>
 
@@ -9,7 +11,9 @@ namespace terrain {
 ScaleCommand::ScaleCommand(housekeeping::DocumentId document_id, double factor)
     : TerrainCommand(document_id, tr("Scale"))
     , m_factor(factor)
-{ }
+{
+    setIcon(icon("scale"));
+}
 
 std::vector<double> ScaleCommand::new_cells(const Raster& raster) const
 {
@@ -18,7 +22,7 @@ std::vector<double> ScaleCommand::new_cells(const Raster& raster) const
 
 QString ScaleCommand::parameters() const
 {
-    return tr("factor %1").arg(QString::number(m_factor, 'g', QLocale::FloatingPointShortest));
+    return tr("factor %1").arg(number_text(m_factor, 'g', QLocale::FloatingPointShortest));
 }
 
 } // namespace terrain

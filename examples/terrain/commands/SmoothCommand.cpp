@@ -2,6 +2,7 @@
 
 #include "commands/RunningSum.h"
 #include "documents/Raster.h"
+#include "windows/Icons.h"
 
 #include <algorithm>
 
@@ -107,7 +108,9 @@ private:
 SmoothCommand::SmoothCommand(housekeeping::DocumentId document_id, int radius)
     : TerrainCommand(document_id, tr("Smooth"))
     , m_radius(radius)
-{ }
+{
+    setIcon(icon("smooth"));
+}
 
 std::vector<double> SmoothCommand::new_cells(const Raster& raster) const
 {

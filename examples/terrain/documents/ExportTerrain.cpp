@@ -1,18 +1,40 @@
 #include "documents/ExportTerrain.h"
 
+#include "ErrorCode.h"
 #include "documents/Raster.h"
 #include "documents/RasterSummary.h"
+#include "documents/TerrainModel.h"
 #include "io/AsciiGridWriter.h"
 #include "io/ContourLines.h"
 #include "io/ContourWriter.h"
+#include "io/MeshWriter.h"
 #include "io/RasterWriter.h"
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
+#include <tarqa/housekeeping/InvalidPath.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QObject>
 
 namespace terrain {
+
+namespace {
+
+const char* const s_source = "terrain/documents/ExportTerrain";
+
+/// @throws housekeeping::InvalidPath if there is none
+const Mesh& triangulation_of(const TerrainModel& terrain, const std::string& path)
+{
+    if (!terrain.mesh()) {
+        throw housekeeping::InvalidPath(CannotWrite,
+            QObject::tr("Cannot write \"%1\": there is no triangulation. Triangulate first")
+                .arg(QString::fromStdString(path)),
+            s_source, __LINE__, path);
+    }
+    return *terrain.mesh();
+}
+
+} // namespace
 
 const std::vector<ExportFormatEntry>& export_formats()
 {
@@ -20,6 +42,10 @@ const std::vector<ExportFormatEntry>& export_formats()
         {ExportFormat::GeoTiff, QObject::tr("GeoTIFF"), {"tif", "tiff"}},
         {ExportFormat::AsciiGrid, QObject::tr("ASCII grid"), {"asc"}},
         {ExportFormat::Contours, QObject::tr("Contour lines"), {"gpkg"}},
+        {ExportFormat::Mesh, QObject::tr("Triangulation as PLY"), {"ply"}},
+        {ExportFormat::Mesh, QObject::tr("Triangulation as OBJ"), {"obj"}},
+        {ExportFormat::Mesh, QObject::tr("Triangulation as OFF"), {"off"}},
+        {ExportFormat::Mesh, QObject::tr("Triangulation as STL"), {"stl"}},
     };
     return s_formats;
 }
@@ -33,6 +59,12 @@ std::optional<ExportFormat> export_format(const std::string& path)
         }
     }
     return std::nullopt;
+}
+
+bool holds_raster(const std::string& path)
+{
+    const std::optional<ExportFormat> format = export_format(path);
+    return format == ExportFormat::GeoTiff || format == ExportFormat::AsciiGrid;
 }
 
 QString unknown_export_format()
@@ -50,9 +82,10 @@ double usual_interval(const Raster& raster)
     return contour_interval(summary.minimum, summary.maximum);
 }
 
-void export_raster(
-    const Raster& raster, const std::string& path, double interval, const FileProgress& progress)
+void export_terrain(
+    const TerrainModel& terrain, const std::string& path, double interval, const FileProgress& progress)
 {
+    const Raster& raster = terrain.raster();
     switch (export_format(path).value()) {
     case ExportFormat::GeoTiff:
         write_raster(raster, path, progress);
@@ -62,6 +95,9 @@ void export_raster(
         break;
     case ExportFormat::Contours:
         write_contours(raster, interval, path, progress);
+        break;
+    case ExportFormat::Mesh:
+        write_mesh(triangulation_of(terrain, path), raster, path, progress);
         break;
     }
 }

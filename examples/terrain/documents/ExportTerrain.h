@@ -13,12 +13,15 @@ namespace terrain {
 
 struct Raster;
 
-/// What a raster can be written as.
+class TerrainModel;
+
+/// What a terrain can be written as.
 enum class ExportFormat
 {
     GeoTiff, ///< the only one that holds all there is
     AsciiGrid,
-    Contours
+    Contours,
+    Mesh ///< the triangulation
 };
 
 struct ExportFormatEntry
@@ -28,11 +31,13 @@ struct ExportFormatEntry
     QStringList extensions; ///< without dots; the first one is the usual one
 };
 
-/// One for each format, in their order.
+/// At least one for each format, in their order.
 const std::vector<ExportFormatEntry>& export_formats();
 
 /// The format that a file's name asks for; none for an unknown extension.
 std::optional<ExportFormat> export_format(const std::string& path);
+/// Whether a file of that name would be a raster, which can be opened again.
+bool holds_raster(const std::string& path);
 /// Why a file of an unknown extension is not written.
 QString unknown_export_format();
 
@@ -40,14 +45,14 @@ QString unknown_export_format();
 double usual_interval(const Raster& raster);
 
 /**
- * Writes a raster in the format that the file's name asks for, which must be known. Any thread, while nobody
- * changes the raster.
+ * Writes a terrain in the format that the file's name asks for, which must be known. Any thread, while nobody
+ * changes the terrain.
  * @param interval between contour lines; does not matter to other formats
- * @throws housekeeping::HousekeepingException if that fails; see write_raster(), write_ascii_grid() and
- * write_contours(); FileCancelled
+ * @throws housekeeping::HousekeepingException if that fails; see write_raster(), write_ascii_grid(),
+ * write_contours() and write_mesh(), for which there must be a triangulation; FileCancelled
  */
-void export_raster(
-    const Raster& raster, const std::string& path, double interval, const FileProgress& progress = nullptr);
+void export_terrain(const TerrainModel& terrain, const std::string& path, double interval,
+    const FileProgress& progress = nullptr);
 
 /// Says in the error log that a file was exported.
 void log_exported(const std::string& path);

@@ -34,8 +34,8 @@ TerrainFile read_terrain(const std::string& path, const FileProgress& progress, 
 {
     const FileStamp stamp = file_stamp(path); // whoever writes it while it is read is noticed later
     const RasterFile file(path, RasterInformation().band());
-    return {
-        path, file.read(progress, reduction), reduction == 1 && file.is_plain_geotiff(), stamp, reduction};
+    return {path, file.read(progress, reduction), reduction == 1 && file.is_plain_geotiff(), stamp, reduction,
+        file.format()};
 }
 
 TerrainDocument& open_terrain(TerrainFile file)
@@ -49,6 +49,7 @@ TerrainDocument& open_terrain(TerrainFile file)
     document.terrain().raster(std::move(file.raster));
     document.datasource(source);
     document.source_file(file.path, file.stamp);
+    document.source_format(file.format);
     document.reduction(file.reduction);
     document.own_file(file.can_be_saved ? file.path : std::string(), false);
     document.add_history();

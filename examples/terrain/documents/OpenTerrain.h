@@ -22,6 +22,7 @@ struct TerrainFile
     bool can_be_saved = false; ///< nothing is lost when the file is overwritten with the document
     FileStamp stamp; ///< what the file was like before it was read
     int reduction = 1; ///< of how many columns and rows of the file one stands for
+    std::string format; ///< of the file, for people
 };
 
 /**

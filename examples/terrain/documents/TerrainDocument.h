@@ -45,6 +45,9 @@ public:
     /// What that file was like then.
     const FileStamp& source_stamp() const { return m_source_stamp; }
     void source_file(const std::string& path, const FileStamp& stamp);
+    /// The format of that file, for people; empty if unknown.
+    const std::string& source_format() const { return m_source_format; }
+    void source_format(const std::string& format) { m_source_format = format; }
 
     /// Of how many columns and rows of the source one stands for: more than 1 in an overview.
     int reduction() const { return m_reduction; }
@@ -58,6 +61,7 @@ private:
     std::atomic<bool> m_modified{false};
     std::string m_own_file;
     std::string m_source_file;
+    std::string m_source_format;
     FileStamp m_source_stamp;
     bool m_may_overwrite = false;
     int m_reduction = 1;

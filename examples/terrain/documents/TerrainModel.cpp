@@ -6,6 +6,8 @@
 
 #include <boost/make_shared.hpp>
 
+#include <utility>
+
 namespace terrain {
 
 const char* const TerrainModel::product_name = "Terrain";
@@ -47,7 +49,8 @@ unsigned long long TerrainModel::size() const
 
 void TerrainModel::clear()
 {
-    m_raster = Raster();
+    Raster none;
+    swap(none);
 }
 
 const std::string& TerrainModel::document_type() const
@@ -63,6 +66,38 @@ void TerrainModel::mergeDatabase(const QString&) { }
 QString TerrainModel::getDatabasePath()
 {
     return {};
+}
+
+// --- cells
+
+void TerrainModel::raster(Raster raster)
+{
+    swap(raster);
+    m_changes = CellChanges();
+}
+
+void TerrainModel::swap(Raster& raster) noexcept
+{
+    std::swap(m_raster, raster);
+    m_changes.reshaped = true;
+    mesh(nullptr);
+}
+
+void TerrainModel::cells_changed(const QRect& area) noexcept
+{
+    m_changes.cells |= area;
+    mesh(nullptr);
+}
+
+void TerrainModel::mesh(const boost::shared_ptr<const Mesh>& sp_mesh) noexcept
+{
+    m_changes.mesh = m_changes.mesh || sp_mesh != m_sp_mesh;
+    m_sp_mesh = sp_mesh;
+}
+
+CellChanges TerrainModel::take_changes() noexcept
+{
+    return std::exchange(m_changes, CellChanges());
 }
 
 } // namespace terrain

@@ -1,5 +1,7 @@
 #include "help/FindBar.h"
 
+#include "windows/Icons.h"
+
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -25,9 +27,9 @@ FindBar::FindBar(QWidget* p_parent)
     m_p_line->setClearButtonEnabled(true);
     m_p_line->setMaximumWidth(s_line_width);
     m_p_answer->setTextFormat(Qt::PlainText);
-    auto* const p_previous = new QPushButton(tr("&Previous"));
-    auto* const p_next = new QPushButton(tr("&Next"));
-    auto* const p_close = new QPushButton(tr("Close"));
+    auto* const p_previous = new QPushButton(icon("find-previous"), tr("&Previous"));
+    auto* const p_next = new QPushButton(icon("find-next"), tr("&Next"));
+    auto* const p_close = new QPushButton(icon("dismiss"), tr("Close"));
     auto* const p_layout = new QHBoxLayout(this);
     p_layout->setContentsMargins(s_margin, s_margin, s_margin, s_margin);
     p_layout->addWidget(m_p_line, 1);

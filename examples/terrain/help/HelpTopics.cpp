@@ -12,6 +12,7 @@ const std::vector<HelpTopic>& help_topics()
         {Topic::KeyboardShortcuts, "TARQ_KEYBOARD_SHORTCUTS", "keyboard-shortcuts.html"},
         {Topic::Preferences, "TARQ_FILE_MENU_PREFERENCES", "preferences.html"},
         {Topic::Map, "TERRAIN_MAP", "map.html"},
+        {Topic::Scene, "TERRAIN_SCENE", "scene.html"},
         {Topic::HomePanel, "TERRAIN_HOME_PANEL", "home-panel.html"},
         {Topic::QuickHelpPanel, "TERRAIN_QUICK_HELP_PANEL", "quick-help-panel.html"},
         {Topic::HistoryPanel, "TERRAIN_HISTORY_PANEL", "history-panel.html"},
@@ -26,7 +27,10 @@ const std::vector<HelpTopic>& help_topics()
         {Topic::Scale, "TERRAIN_SCALE", "scale.html"},
         {Topic::Crop, "TERRAIN_CROP", "crop.html"},
         {Topic::Resample, "TERRAIN_RESAMPLE", "resample.html"},
+        {Topic::Triangulate, "TERRAIN_TRIANGULATE", "triangulate.html"},
         {Topic::CleanUp, "TERRAIN_CLEAN_UP", "clean-up.html"},
+        {Topic::Brush, "TERRAIN_BRUSH", "brush.html"},
+        {Topic::Flatten, "TERRAIN_FLATTEN", "flatten.html"},
     };
     return s_topics;
 }

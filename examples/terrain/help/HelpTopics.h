@@ -13,6 +13,7 @@ enum class Topic
     KeyboardShortcuts,
     Preferences,
     Map,
+    Scene,
     HomePanel,
     QuickHelpPanel,
     HistoryPanel,
@@ -27,7 +28,10 @@ enum class Topic
     Scale,
     Crop,
     Resample,
-    CleanUp
+    Triangulate,
+    CleanUp,
+    Brush,
+    Flatten
 };
 
 /// A page of the help, and the key under which the program asks for it.

@@ -1,10 +1,10 @@
 #include "help/HelpWindow.h"
 
 #include "help/FindBar.h"
-#include "help/HelpIcons.h"
 #include "help/HelpTopics.h"
 #include "help/OutsideHelp.h"
 #include "help/ShortcutsTable.h"
+#include "windows/Icons.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -70,9 +70,7 @@ HelpWindow::HelpWindow(const HelpPages& pages)
     make_actions();
     make_tool_bar();
     statusBar()->setSizeGripEnabled(true);
-    if (palette().color(QPalette::Base).lightness() < s_dark) {
-        m_p_view->settings()->setUserStyleSheetUrl(QUrl::fromLocalFile(m_pages.folder() + s_dark_colours));
-    }
+    dress_pages();
     m_p_view->installEventFilter(this);
     connect(m_p_view, &QWebView::loadFinished, this, &HelpWindow::complete_page);
     connect(m_p_view, &QWebView::titleChanged, this, &HelpWindow::show_title);
@@ -101,38 +99,45 @@ HelpWindow::~HelpWindow()
 
 void HelpWindow::make_actions()
 {
-    add_action(HelpDeed::Back, m_p_view->pageAction(QWebPage::Back), tr("Back"), {Qt::ALT + Qt::Key_Left});
     add_action(
-        HelpDeed::Forward, m_p_view->pageAction(QWebPage::Forward), tr("Forward"), {Qt::ALT + Qt::Key_Right});
-    add_action(HelpDeed::Contents, tr("Contents"), {Qt::ALT + Qt::Key_Home}, &HelpWindow::show_contents);
-    add_action(HelpDeed::Smaller, tr("Smaller"), {Qt::CTRL + Qt::Key_Minus}, &HelpWindow::smaller);
-    add_action(HelpDeed::Larger, tr("Larger"), {Qt::CTRL + Qt::Key_Plus, Qt::CTRL + Qt::Key_Equal},
-        &HelpWindow::larger);
-    add_action(HelpDeed::FirstSize, tr("Normal Size"), {Qt::CTRL + Qt::Key_0}, &HelpWindow::first_size);
-    add_action(HelpDeed::Find, new QAction(this), tr("Find"), {QKeySequence(Qt::CTRL + Qt::Key_F)});
+        HelpDeed::Back, "back", m_p_view->pageAction(QWebPage::Back), tr("Back"), {Qt::ALT + Qt::Key_Left});
+    add_action(HelpDeed::Forward, "forward", m_p_view->pageAction(QWebPage::Forward), tr("Forward"),
+        {Qt::ALT + Qt::Key_Right});
+    add_action(
+        HelpDeed::Contents, "contents", tr("Contents"), {Qt::ALT + Qt::Key_Home}, &HelpWindow::show_contents);
+    add_action(
+        HelpDeed::Smaller, "text-smaller", tr("Smaller"), {Qt::CTRL + Qt::Key_Minus}, &HelpWindow::smaller);
+    add_action(HelpDeed::Larger, "text-larger", tr("Larger"),
+        {Qt::CTRL + Qt::Key_Plus, Qt::CTRL + Qt::Key_Equal}, &HelpWindow::larger);
+    add_action(HelpDeed::FirstSize, "text-normal", tr("Normal Size"), {Qt::CTRL + Qt::Key_0},
+        &HelpWindow::first_size);
+    add_action(HelpDeed::Find, "find", new QAction(this), tr("Find"), {QKeySequence(Qt::CTRL + Qt::Key_F)});
     connect(&action(HelpDeed::Find), &QAction::triggered, m_p_find_bar, &FindBar::ask);
-    add_action(HelpDeed::FindNext, tr("Find Next"), {Qt::Key_F3}, &HelpWindow::find_next);
+    add_action(HelpDeed::FindNext, "find-next", tr("Find Next"), {Qt::Key_F3}, &HelpWindow::find_next);
+    add_action(HelpDeed::FindPrevious, "find-previous", tr("Find Previous"), {Qt::SHIFT + Qt::Key_F3},
+        &HelpWindow::find_previous);
+    add_action(HelpDeed::Print, "print", tr("Print"), {Qt::CTRL + Qt::Key_P}, &HelpWindow::print);
+    add_action(HelpDeed::OpenOutside, "open-outside", tr("Open in Web Browser"), {Qt::CTRL + Qt::Key_B},
+        &HelpWindow::open_outside);
     add_action(
-        HelpDeed::FindPrevious, tr("Find Previous"), {Qt::SHIFT + Qt::Key_F3}, &HelpWindow::find_previous);
-    add_action(HelpDeed::Print, tr("Print"), {Qt::CTRL + Qt::Key_P}, &HelpWindow::print);
-    add_action(
-        HelpDeed::OpenOutside, tr("Open in Web Browser"), {Qt::CTRL + Qt::Key_B}, &HelpWindow::open_outside);
-    add_action(HelpDeed::Close, tr("Close"), {Qt::Key_Escape, Qt::CTRL + Qt::Key_W}, &HelpWindow::leave);
+        HelpDeed::Close, "dismiss", tr("Close"), {Qt::Key_Escape, Qt::CTRL + Qt::Key_W}, &HelpWindow::leave);
 }
 
-void HelpWindow::add_action(HelpDeed deed, QAction* p_action, const QString& text, const Keys& keys)
+void HelpWindow::add_action(
+    HelpDeed deed, const char* icon_name, QAction* p_action, const QString& text, const Keys& keys)
 {
     p_action->setText(text);
     p_action->setToolTip(QString("%1 (%2)").arg(text, keys.first().toString(QKeySequence::NativeText)));
-    p_action->setIcon(icon_of(deed, palette()));
+    p_action->setIcon(icon(icon_name));
     p_action->setShortcuts(keys);
     addAction(p_action);
     m_actions[deed] = p_action;
 }
 
-void HelpWindow::add_action(HelpDeed deed, const QString& text, const Keys& keys, void (HelpWindow::*slot)())
+void HelpWindow::add_action(
+    HelpDeed deed, const char* icon_name, const QString& text, const Keys& keys, void (HelpWindow::*slot)())
 {
-    add_action(deed, new QAction(this), text, keys);
+    add_action(deed, icon_name, new QAction(this), text, keys);
     connect(&action(deed), &QAction::triggered, this, slot);
 }
 
@@ -156,6 +161,18 @@ void HelpWindow::make_tool_bar()
 }
 
 // --- pages
+
+/// The engine of the pages does not know what the desktop prefers.
+void HelpWindow::dress_pages()
+{
+    const QString dark_colours = m_pages.folder() + s_dark_colours;
+    const QColor paper = palette().color(QPalette::Base);
+    const bool is_dark = paper.lightness() < s_dark && QFile::exists(dark_colours);
+    m_p_view->settings()->setUserStyleSheetUrl(is_dark ? QUrl::fromLocalFile(dark_colours) : QUrl());
+    QPalette behind; // what is seen until a page is there, and behind one without colours
+    behind.setColor(QPalette::Base, is_dark ? paper : QColor(Qt::white));
+    m_p_view->setPalette(behind);
+}
 
 void HelpWindow::show_page(const QString& page)
 {
@@ -331,6 +348,8 @@ void HelpWindow::changeEvent(QEvent* p_event)
     QMainWindow::changeEvent(p_event);
     if (p_event->type() == QEvent::ActivationChange && isActiveWindow()) {
         fill_shortcuts(); // another document may be the current one by now
+    } else if (p_event->type() == QEvent::PaletteChange) {
+        dress_pages();
     }
 }
 

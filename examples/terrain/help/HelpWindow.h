@@ -78,9 +78,12 @@ private:
 
     void make_actions();
     void make_tool_bar();
-    void add_action(HelpDeed deed, QAction* p_action, const QString& text, const Keys& keys);
-    void add_action(HelpDeed deed, const QString& text, const Keys& keys, void (HelpWindow::*slot)());
+    void add_action(
+        HelpDeed deed, const char* icon_name, QAction* p_action, const QString& text, const Keys& keys);
+    void add_action(HelpDeed deed, const char* icon_name, const QString& text, const Keys& keys,
+        void (HelpWindow::*slot)());
     void come_to_front();
+    void dress_pages();
     void fill_shortcuts();
 
     void show_contents();

@@ -4,6 +4,7 @@
 #include "documents/TerrainModel.h"
 #include "help/Bindings.h"
 #include "io/ReferenceSystem.h"
+#include "language/UnitText.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DataSource.h>
@@ -43,7 +44,7 @@ QString facts(const TerrainDocument& document)
         facts.append(QObject::tr("an overview, each of %1 × %1 cells").arg(document.reduction()));
     }
     if (document.datasource()) {
-        facts.append(QObject::tr("heights in %1").arg(document.datasource()->z_units_string()));
+        facts.append(QObject::tr("heights in %1").arg(height_unit_text(document.datasource())));
     }
     const std::string system = reference_system_name(raster.reference_system);
     if (!system.empty()) {
@@ -58,11 +59,7 @@ TerrainQuickHelp::TerrainQuickHelp()
 {
     const auto everywhere = housekeeping::DocumentId::null();
     add(everywhere, false);
-    for (const HelpBinding& binding : help_bindings()) {
-        (new housekeeping::QuickHelpKeySequenceEntry(
-             this, everywhere, binding.keys, binding.description, binding.section))
-            ->setAttached(true);
-    }
+    add_keys(everywhere, help_bindings());
     add_texts(everywhere, QString::fromStdString(pkBase::pkProductInfo::const_instance().marketing_name()),
         tr("Open an elevation raster to see its relief."));
 }
@@ -70,6 +67,8 @@ TerrainQuickHelp::TerrainQuickHelp()
 TerrainQuickHelp::TerrainQuickHelp(const TerrainDocument& document)
 {
     add(document.id(), true);
+    add_keys(document.id(), scene_key_bindings());
+    add_keys(document.id(), tool_key_bindings());
     for (const MouseBinding& binding : mouse_bindings()) {
         housekeeping::AbstractQuickHelpEntry* p_entry = nullptr;
         if (binding.button == Qt::NoButton) {
@@ -99,7 +98,8 @@ void TerrainQuickHelp::handle_message(housekeeping::DocumentMessage& message)
 int TerrainQuickHelp::rows(bool with_document)
 {
     const std::size_t always = bindings(false).size() + help_bindings().size();
-    const std::size_t for_document = bindings(true).size() + mouse_bindings().size();
+    const std::size_t for_document = bindings(true).size() + scene_key_bindings().size()
+        + tool_key_bindings().size() + mouse_bindings().size();
     return static_cast<int>(with_document ? always + for_document : always);
 }
 
@@ -109,6 +109,16 @@ void TerrainQuickHelp::add(const housekeeping::DocumentId& document, bool for_do
         auto* const p_entry = new housekeeping::QuickHelpKeySequenceEntry(
             this, document, binding.keys, binding.description, binding.section);
         p_entry->setAttached(true);
+    }
+}
+
+void TerrainQuickHelp::add_keys(
+    const housekeeping::DocumentId& document, const std::vector<HelpBinding>& keys)
+{
+    for (const HelpBinding& binding : keys) {
+        (new housekeeping::QuickHelpKeySequenceEntry(
+             this, document, binding.keys, binding.description, binding.section))
+            ->setAttached(true);
     }
 }
 

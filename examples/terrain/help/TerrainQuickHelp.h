@@ -5,6 +5,8 @@
 
 #include <QtCore/QObject>
 
+#include <vector>
+
 namespace tarqa::housekeeping {
 class AbstractQuickHelpEntry;
 }
@@ -12,6 +14,8 @@ class AbstractQuickHelpEntry;
 namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
+
+struct HelpBinding;
 
 class TerrainDocument;
 
@@ -38,6 +42,7 @@ private slots:
 
 private:
     void add(const housekeeping::DocumentId& document, bool for_document);
+    void add_keys(const housekeeping::DocumentId& document, const std::vector<HelpBinding>& keys);
     void add_texts(const housekeeping::DocumentId& document, const QString& title, const QString& text);
 
     housekeeping::AbstractQuickHelpEntry* m_p_description = nullptr; // a child

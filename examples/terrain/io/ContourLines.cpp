@@ -5,6 +5,7 @@
 #include "documents/RasterSummary.h"
 #include "documents/RoundStep.h"
 #include "io/GdalMessages.h"
+#include "language/NumberText.h"
 
 #include <tarqa/housekeeping/HousekeepingException.h>
 
@@ -87,8 +88,7 @@ std::vector<ContourLine> contour_lines(const Raster& raster, double interval)
     const double first = std::floor(summary.minimum / interval);
     const double steps = summary.maximum / interval - first;
     if (!(interval > 0 && steps <= most_contour_heights)) { // nor if they are no numbers
-        fail(QObject::tr("lines every %1 would be too close together").arg(QString::number(interval)),
-            __LINE__);
+        fail(QObject::tr("lines every %1 would be too close together").arg(number_text(interval)), __LINE__);
     }
     const GdalMessages messages;
     Writer writer(first, interval);

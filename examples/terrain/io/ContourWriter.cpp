@@ -4,6 +4,7 @@
 #include "io/ContourLines.h"
 #include "io/GdalMessages.h"
 #include "io/NewFile.h"
+#include "language/NumberText.h"
 
 #include <QtCore/QObject>
 
@@ -96,8 +97,8 @@ void write_contours(
     report(progress, 0);
     const std::vector<ContourLine> lines = contour_lines(raster, interval);
     if (lines.empty()) {
-        file.fail(
-            QObject::tr("there are no contour lines at an interval of %1").arg(interval), s_source, __LINE__);
+        file.fail(QObject::tr("there are no contour lines at an interval of %1").arg(number_text(interval)),
+            s_source, __LINE__);
     }
     const GdalMessages messages;
     if (!write_file(raster, lines, file.temporary(), messages, progress)) {

@@ -1,6 +1,7 @@
 #include "io/RasterMemory.h"
 
 #include "ErrorCode.h"
+#include "language/NumberText.h"
 
 #include <tarqa/utilities/Hardware.h>
 
@@ -25,7 +26,7 @@ double s_limit = 0; // 0 for that of the machine
 
 QString in_gigabytes(double bytes)
 {
-    return QString::number(bytes / s_gigabyte, 'f', bytes < s_gigabyte ? 3 : 1);
+    return number_text(bytes / s_gigabyte, 'f', bytes < s_gigabyte ? 3 : 1);
 }
 
 QString explanation(const std::string& path, int columns, int rows)

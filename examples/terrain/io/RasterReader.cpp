@@ -268,6 +268,12 @@ int RasterFile::rows() const
     return m_dataset->GetRasterYSize();
 }
 
+std::string RasterFile::format() const
+{
+    const char* const p_name = m_dataset->GetDriver()->GetMetadataItem(GDAL_DMD_LONGNAME);
+    return p_name ? p_name : m_dataset->GetDriver()->GetDescription();
+}
+
 bool RasterFile::is_plain_geotiff() const
 {
     std::error_code ignored;

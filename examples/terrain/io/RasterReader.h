@@ -34,6 +34,8 @@ public:
 
     int columns() const;
     int rows() const;
+    /// The format for people, for example "GeoTIFF".
+    std::string format() const;
 
     /// Whether write_raster() loses nothing of the file that matters to people: it is a GeoTIFF with one band
     /// and an ordinary place, or none. Colours, overviews and remarks do not count.

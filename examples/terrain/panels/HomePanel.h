@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panels/DocumentFacts.h"
+
 #include <tarqa/housekeeping/DocumentId.h>
 #include <tarqa/housekeeping/DocumentMessage.h>
 
@@ -8,6 +10,7 @@
 #include <map>
 #include <vector>
 
+class QGroupBox;
 class QLabel;
 class QListWidget;
 class QListWidgetItem;
@@ -16,10 +19,13 @@ namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
 
-class TerrainDocument;
+class FactsText;
 
-/// The panel that is always there: the open documents, where they come from and how large they are, which
-/// follows their changes. A click chooses one. Main thread.
+/**
+ * The panel that is always there: the open documents, where they come from, how large they are and what is
+ * special about them, which follows their changes; and all that is known of the current one, to be copied. A
+ * click or Enter chooses a document. Main thread.
+ */
 class HomePanel : public QWidget
 {
     Q_OBJECT
@@ -33,6 +39,8 @@ public:
 
     QListWidget& documents() const { return *m_p_list; }
 
+    FactsText& facts() const { return *m_p_facts; }
+
     QSize sizeHint() const override;
 
 signals:
@@ -42,13 +50,17 @@ private slots:
     void handle_message(housekeeping::DocumentMessage& message);
 
 private:
-    QListWidgetItem* make_item(const TerrainDocument& document);
-    QString text_of(const TerrainDocument& document);
+    void choose(QListWidgetItem* p_item);
+    int row_of(const housekeeping::DocumentId& document) const;
+    void tell(const housekeeping::DocumentId& id);
 
-    QLabel* m_p_hint; // a child
-    QListWidget* m_p_list; // a child
+    QLabel* m_p_hint; // a child, as the next ones
+    QListWidget* m_p_list;
+    QGroupBox* m_p_about; // holds the facts
+    FactsText* m_p_facts;
     std::vector<housekeeping::DocumentId> m_documents; // in the order of the items
-    std::map<housekeeping::DocumentId, QString> m_sizes; // as they were when nobody could change them
+    housekeeping::DocumentId m_current = housekeeping::DocumentId::null();
+    std::map<housekeeping::DocumentId, RasterFacts> m_rasters; // as they were when nobody could change them
 };
 
 } // namespace terrain

@@ -40,6 +40,8 @@ LayersPanel::LayersPanel(QWidget* p_parent)
     add_box(&MapLayers::contours, tr("C&ontour lines"), tr("Lines of equal height"));
     m_p_interval_line = make_interval();
     p_layout->addWidget(m_p_interval_line);
+    add_box(
+        &MapLayers::triangulation, tr("Tri&angulation"), tr("The edges of the triangles, if there are any"));
     add_box(&MapLayers::legend, tr("&Legend"), tr("What the colours mean, at the upper right"));
     add_box(&MapLayers::scale_bar, tr("&Scale bar"), tr("How long things are, at the lower left"));
     m_p_hint->setWordWrap(true);

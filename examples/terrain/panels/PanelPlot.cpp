@@ -33,6 +33,7 @@ PanelPlot::PanelPlot(QWidget* p_parent)
     , m_p_grid(new QwtPlotGrid)
 {
     m_p_grid->attach(this);
+    setLayoutDirection(Qt::LeftToRight); // in every language, as numbers are
     setAutoReplot(false);
     setFocusPolicy(Qt::NoFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

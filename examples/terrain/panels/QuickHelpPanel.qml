@@ -12,6 +12,8 @@ Rectangle {
     FontMetrics { id: metrics }
 
     color: colours.base
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
 
     // How many bindings are laid out, for whoever wants to be sure.
     function countRows() {
@@ -44,6 +46,7 @@ Rectangle {
                 width: parent.width
                 text: sheet.title
                 textFormat: Text.PlainText
+                horizontalAlignment: Text.AlignLeft // names of files too, which goes to the right when mirrored
                 visible: text !== ""
                 color: colours.text
                 wrapMode: Text.Wrap
@@ -100,6 +103,7 @@ Rectangle {
 
                             Rectangle {
                                 id: key
+                                anchors.left: parent.left
                                 width: Math.min(binding.implicitWidth + 14, root.keyColumn)
                                 height: binding.implicitHeight + 5
                                 radius: 4
@@ -117,9 +121,10 @@ Rectangle {
 
                             Text {
                                 id: meaning
-                                x: root.keyColumn + 12
+                                anchors.left: parent.left
+                                anchors.leftMargin: root.keyColumn + 12
                                 y: Math.max(0, (key.height - metrics.height) / 2)
-                                width: parent.width - x
+                                width: parent.width - anchors.leftMargin
                                 text: model.description
                                 textFormat: Text.PlainText
                                 color: colours.text

@@ -3,12 +3,15 @@
 #include "documents/Raster.h"
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
+#include "language/NumberText.h"
+#include "language/UnitText.h"
 #include "panels/HistogramPlot.h"
 #include "panels/ProfilePlot.h"
 
 #include <tarqa/housekeeping/DataSource.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
+#include <QtCore/QEvent>
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QComboBox>
@@ -31,7 +34,7 @@ const int s_no_number = -1; ///< while there is no profile
 
 QString height_text(double height)
 {
-    return QString::number(height, 'g', s_digits);
+    return number_text(height, 'g', s_digits);
 }
 
 QString count_text(std::size_t count)
@@ -160,6 +163,8 @@ QGroupBox* StatisticsPanel::make_profile()
     p_layout->addWidget(m_p_profile_text);
     connect(m_p_direction, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         &StatisticsPanel::draw_profile);
+    m_p_profile->installEventFilter(this);
+    connect(m_p_profile, &ProfilePlot::pointed, this, &StatisticsPanel::point_at);
     connect(m_p_number, QOverload<int>::of(&QSpinBox::valueChanged), this, &StatisticsPanel::choose_number);
     return p_group;
 }
@@ -180,6 +185,7 @@ void StatisticsPanel::show_document(const housekeeping::DocumentId& document)
             p_figure->clear();
         }
         m_p_profile->clear();
+        show_line({});
         say(m_document == housekeeping::DocumentId::null() ? tr("No document is open.") : tr("Counting…"));
     }
     m_soon.start(); // a new document gets its cells after it has become current
@@ -247,7 +253,7 @@ const TerrainDocument* StatisticsPanel::document() const
 QString StatisticsPanel::unit() const
 {
     const TerrainDocument* const p_document = document();
-    return p_document && p_document->datasource() ? p_document->datasource()->z_units_string() : QString();
+    return p_document ? height_unit_text(p_document->datasource()) : QString();
 }
 
 // --- figures and distribution
@@ -335,6 +341,7 @@ void StatisticsPanel::draw_profile()
     const auto found = m_places.find(m_document);
     if (found == m_places.end()) {
         say_in_profile(tr("Click on the map, or choose a number, for a profile."), false);
+        show_line({});
         return;
     }
     const CellPlace& place = found->second;
@@ -342,6 +349,7 @@ void StatisticsPanel::draw_profile()
     if (!m_p_profile->show_profile(profile, unit())) {
         say_in_profile(
             profile.has_heights ? tr("These heights cannot be drawn.") : tr("No heights here."), false);
+        show_line({});
         return;
     }
     const double height = raster.cell(place.column, place.row);
@@ -349,6 +357,38 @@ void StatisticsPanel::draw_profile()
                        .arg(QString::number(place.column), QString::number(place.row),
                            is_no_data(height) ? tr("no data") : height_text(height) + ' ' + unit()),
         true);
+    const bool is_row = chosen_direction() == HeightProfile::Direction::Row;
+    show_line(ProfileLine{is_row, place.column, place.row, {}});
+}
+
+// --- where the profile is on the map
+
+void StatisticsPanel::show_line(const std::optional<ProfileLine>& line)
+{
+    m_line = line;
+    emit profile_line_changed();
+}
+
+std::optional<ProfileLine> StatisticsPanel::profile_line() const
+{
+    return m_p_profile->isVisible() ? m_line : std::nullopt;
+}
+
+void StatisticsPanel::point_at(const std::optional<int>& place)
+{
+    if (m_line && m_line->pointed != place) {
+        m_line->pointed = place;
+        m_p_profile->show_pointed(place);
+        emit profile_line_changed();
+    }
+}
+
+bool StatisticsPanel::eventFilter(QObject* p_watched, QEvent* p_event)
+{
+    if (p_event->type() == QEvent::Show || p_event->type() == QEvent::Hide) {
+        emit profile_line_changed();
+    }
+    return QWidget::eventFilter(p_watched, p_event);
 }
 
 /// Brings the numbers in step with the place.

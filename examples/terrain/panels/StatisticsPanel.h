@@ -2,6 +2,7 @@
 
 #include "panels/HeightProfile.h"
 #include "panels/StatisticsRun.h"
+#include "views/ProfileLine.h"
 
 #include <tarqa/housekeeping/DocumentId.h>
 #include <tarqa/housekeeping/DocumentMessage.h>
@@ -11,6 +12,7 @@
 
 #include <array>
 #include <map>
+#include <optional>
 
 class QComboBox;
 class QGroupBox;
@@ -56,6 +58,13 @@ public:
     /// Lets the profile of a document lead through a cell.
     void show_profile(const housekeeping::DocumentId& document, const CellPlace& through);
 
+    /// The document that is shown; the null one for none.
+    const housekeeping::DocumentId& document_id() const { return m_document; }
+    /// Where the profile runs that is to be seen; nothing if there is none to be seen.
+    std::optional<ProfileLine> profile_line() const;
+    /// Marks a place on the profile, as ProfileLine::pointed; nothing for none.
+    void point_at(const std::optional<int>& place);
+
     /// Whether all that is to be seen is that of the cells as they are now.
     bool is_up_to_date() const;
 
@@ -70,11 +79,17 @@ public:
 
     QSize sizeHint() const override;
 
+signals:
+    /// What profile_line() gives has changed.
+    void profile_line_changed();
+
 private slots:
     void handle_message(housekeeping::DocumentMessage& message);
 
 protected:
     void showEvent(QShowEvent* p_event) override;
+    /// Notices that the profile comes into sight, or goes.
+    bool eventFilter(QObject* p_watched, QEvent* p_event) override;
 
 private:
     QGroupBox* make_figures();
@@ -93,12 +108,14 @@ private:
     void choose_number(int number);
     void draw_profile();
     void show_number();
+    void show_line(const std::optional<ProfileLine>& line);
     void say_in_profile(const QString& text, bool has_plot);
 
     housekeeping::DocumentId m_document;
     bool m_is_counted = false; // the cells, as they are now
     bool m_is_drawn = false; // the profile
     std::map<housekeeping::DocumentId, CellPlace> m_places; // that the profiles lead through
+    std::optional<ProfileLine> m_line; // of the profile as it is drawn
     StatisticsRun m_run;
     QTimer m_soon; // when what is going on now is over
 

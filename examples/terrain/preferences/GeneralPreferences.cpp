@@ -32,34 +32,35 @@ const GeneralPreferencesFactory s_factory; // registers itself
 
 std::vector<Choice> mouse_modes()
 {
-    using Page = GeneralPreferences;
     return {
-        {housekeeping::THREE_BUTTON_MOUSE_MODE, Page::tr("Three buttons"),
-            Page::tr("Left selects, middle moves, right turns the view. On maps, where there is nothing to "
-                     "select, left moves too.")},
-        {housekeeping::TWO_BUTTON_MOUSE_MODE, Page::tr("Two buttons"),
-            Page::tr("Left selects, right turns the view, left with %1 moves it. On maps, where there is "
-                     "nothing to select, left moves without %1 too.")
+        {housekeeping::THREE_BUTTON_MOUSE_MODE, GeneralPreferences::tr("Three buttons"),
+            GeneralPreferences::tr(
+                "Left selects, middle moves, right turns the view. On maps, where there is nothing to "
+                "select, left moves too.")},
+        {housekeeping::TWO_BUTTON_MOUSE_MODE, GeneralPreferences::tr("Two buttons"),
+            GeneralPreferences::tr(
+                "Left selects, right turns the view, left with %1 moves it. On maps, where there is "
+                "nothing to select, left moves without %1 too.")
                 .arg(ApplicationManager::const_instance().modifierKeyName())},
-        {housekeeping::LEFT_BUTTON_NAVIGATION_MOUSE_MODE, Page::tr("Left button navigates"),
-            Page::tr("Left turns the view, right moves it, left with %1 selects. On maps, which do not turn, "
-                     "left moves too.")
+        {housekeeping::LEFT_BUTTON_NAVIGATION_MOUSE_MODE, GeneralPreferences::tr("Left button navigates"),
+            GeneralPreferences::tr(
+                "Left turns the view, right moves it, left with %1 selects. On maps, which do not turn, "
+                "left moves too.")
                 .arg(ApplicationManager::const_instance().modifierKeyName())},
     };
 }
 
 std::vector<Choice> industry_sectors()
 {
-    using Page = GeneralPreferences;
     return {
-        {0, Page::tr("Not specified"), {}},
-        {1, Page::tr("Mining"), {}},
-        {2, Page::tr("Oil and gas"), {}},
-        {3, Page::tr("Geothermal energy"), {}},
-        {4, Page::tr("Groundwater"), {}},
-        {5, Page::tr("Civil engineering"), {}},
-        {6, Page::tr("Environment"), {}},
-        {7, Page::tr("Research and teaching"), {}},
+        {0, GeneralPreferences::tr("Not specified"), {}},
+        {1, GeneralPreferences::tr("Mining"), {}},
+        {2, GeneralPreferences::tr("Oil and gas"), {}},
+        {3, GeneralPreferences::tr("Geothermal energy"), {}},
+        {4, GeneralPreferences::tr("Groundwater"), {}},
+        {5, GeneralPreferences::tr("Civil engineering"), {}},
+        {6, GeneralPreferences::tr("Environment"), {}},
+        {7, GeneralPreferences::tr("Research and teaching"), {}},
     };
 }
 

@@ -1,5 +1,7 @@
 #include "preferences/ProgramChooser.h"
 
+#include "windows/Icons.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
@@ -45,7 +47,7 @@ ProgramChooser::ProgramChooser(QWidget* p_parent)
     , m_p_sign(new QLabel)
     , m_p_complaint(new QLabel)
 {
-    auto* const p_button = new QPushButton(tr("&Browse…"));
+    auto* const p_button = new QPushButton(icon("open"), tr("&Browse…"));
     p_button->setObjectName("browse");
     p_button->setAutoDefault(false);
     p_button->setToolTip(tr("Look for the program"));

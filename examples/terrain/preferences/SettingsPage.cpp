@@ -3,6 +3,7 @@
 #include "preferences/ColourButton.h"
 #include "preferences/PreferencesChanged.h"
 #include "preferences/ProgramChooser.h"
+#include "windows/Icons.h"
 
 #include <QtCore/QEvent>
 #include <QtWidgets/QCheckBox>
@@ -217,7 +218,7 @@ void SettingsPage::add_program(
 void SettingsPage::finish()
 {
     m_p_groups->addStretch();
-    auto* const p_defaults = new QPushButton(tr("&Restore Defaults"));
+    auto* const p_defaults = new QPushButton(icon("restore"), tr("&Restore Defaults"));
     p_defaults->setObjectName("restore_defaults");
     p_defaults->setAutoDefault(false);
     explain(*p_defaults, tr("Enters what all settings of this page were at first. Apply makes them so."));

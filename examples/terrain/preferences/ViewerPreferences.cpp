@@ -124,11 +124,13 @@ void ViewerPreferences::add_symbol_settings()
 void ViewerPreferences::add_three_dimensional_settings()
 {
     QFormLayout& group = add_group(tr("3D Views"),
-        tr("For components with 3D views. The maps of this program are flat and do not use these."));
+        tr("The panels and shaders are for other components with 3D views; this program does not use them."));
     add_switch(group,
         make_setting("use3DViewByDefault", true, &ApplicationManager::use3DViewByDefault,
             &ApplicationManager::setUse3DViewByDefault),
-        tr("&Open new views in 3D"), tr("Otherwise a new view is flat."));
+        tr("&Open new documents with a 3D view"),
+        tr("A new document shows its map and its terrain in 3D, side by side. Otherwise it shows the map. A "
+           "screen without OpenGL shows the map anyway."));
     add_switch(group,
         make_setting("useTriPanelViewFrame", true, &ApplicationManager::useTriPanelViewFrame,
             &ApplicationManager::setUseTriPanelViewFrame),

@@ -4,15 +4,22 @@
 #include "commands/CleanUpCommand.h"
 #include "commands/CropCommand.h"
 #include "commands/FillSinksCommand.h"
+#include "commands/FlattenCommand.h"
 #include "commands/ResampleCommand.h"
 #include "commands/ScaleCommand.h"
 #include "commands/SmoothCommand.h"
+#include "commands/TriangulateCommand.h"
 #include "documents/RasterSummary.h"
+#include "documents/RoundStep.h"
+#include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
+#include "language/UnitText.h"
 #include "windows/CropDialog.h"
+#include "windows/Icons.h"
 #include "windows/ParameterDialog.h"
 #include "windows/ResampleDialog.h"
 
+#include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/gui/AbstractMainWindow.h>
@@ -26,6 +33,9 @@
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
+#include <cmath>
+
 namespace terrain {
 
 namespace gui = housekeeping::gui;
@@ -38,6 +48,10 @@ const int s_place_in_menu_bar = 3; ///< behind File, Edit and View
 const int s_message_time = 6000; ///< milliseconds
 const double s_largest = 1e9; ///< height or factor
 const int s_largest_radius = 1000; ///< cells
+const double s_tolerance_of_range = 0.01; ///< part of the range of the heights that is proposed
+const double s_smallest_part = 1e-6; ///< of the range; means below it are as good as zero
+const int s_least_decimals = 3; ///< of a tolerance and of a height
+const int s_most_decimals = 12;
 
 class CommandsPresentationFactory : public gui::AbstractPresentationFactory
 {
@@ -54,9 +68,18 @@ public:
 
 const CommandsPresentationFactory s_factory; // registers itself
 
-void say(const QString& text)
+/// How many decimals it takes to choose a height among those of a raster, and to tell this one.
+int decimals_for(double height, const RasterSummary& summary)
 {
-    gui::AbstractMainWindow::instance()->statusBar()->showMessage(text, s_message_time);
+    const double range = summary.maximum - summary.minimum;
+    int decimals = s_least_decimals;
+    if (std::isnormal(range)) {
+        decimals = std::max(decimals, decimals_of(round_step(range * s_tolerance_of_range)) + 1);
+    }
+    if (std::isnormal(height) && std::abs(height) >= range * s_smallest_part) {
+        decimals = std::max(decimals, decimals_of(std::abs(height)) + 2);
+    }
+    return std::min(decimals, s_most_decimals);
 }
 
 } // namespace
@@ -87,16 +110,21 @@ void CommandsPresentation::init_presentation()
 {
     m_menu = std::make_unique<QMenu>(tr("&Tools"));
     m_p_smooth = add_action(
-        tr("&Smooth…"), tr("Mean over the cells around each one"), &CommandsPresentation::smooth);
-    m_p_fill_sinks = add_action(tr("&Fill Sinks"),
+        "smooth", tr("&Smooth…"), tr("Mean over the cells around each one"), &CommandsPresentation::smooth);
+    m_p_fill_sinks = add_action("fill-sinks", tr("&Fill Sinks"),
         tr("Fill hollows up to where water would flow out of them"), &CommandsPresentation::fill_sinks);
-    m_p_clamp = add_action(tr("&Clamp…"), tr("Bring heights into a range"), &CommandsPresentation::clamp);
-    m_p_scale = add_action(tr("Sc&ale…"), tr("Multiply heights by a factor"), &CommandsPresentation::scale);
-    m_p_crop = add_action(tr("Cro&p…"), tr("Keep some columns and rows only"), &CommandsPresentation::crop);
-    m_p_resample = add_action(
-        tr("&Resample…"), tr("Make the cells larger or smaller"), &CommandsPresentation::resample);
-    m_p_clean_up = add_action(tr("Clean &Up"), tr("Clamp to what occurs on the Earth, fill sinks, smooth"),
-        &CommandsPresentation::clean_up);
+    m_p_clamp
+        = add_action("clamp", tr("&Clamp…"), tr("Bring heights into a range"), &CommandsPresentation::clamp);
+    m_p_scale = add_action(
+        "scale", tr("Sc&ale…"), tr("Multiply heights by a factor"), &CommandsPresentation::scale);
+    m_p_crop = add_action(
+        "crop", tr("Cro&p…"), tr("Keep some columns and rows only"), &CommandsPresentation::crop);
+    m_p_resample = add_action("resample", tr("&Resample…"), tr("Make the cells larger or smaller"),
+        &CommandsPresentation::resample);
+    m_p_triangulate = add_action("triangulate", tr("&Triangulate…"),
+        tr("Make a surface of triangles that follows the heights"), &CommandsPresentation::triangulate);
+    m_p_clean_up = add_action("clean-up", tr("Clean &Up"),
+        tr("Clamp to what occurs on the Earth, fill sinks, smooth"), &CommandsPresentation::clean_up);
 }
 
 void CommandsPresentation::build_presentation()
@@ -120,7 +148,7 @@ void CommandsPresentation::handle_message(housekeeping::gui::MainWindowMessage& 
         message.insertMenu(s_place_in_menu_bar, m_menu.get());
     } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_menu.get()) {
         for (QAction* const p_action : m_actions) {
-            if (p_action == m_p_crop || p_action == m_p_clean_up) {
+            if (p_action == m_p_crop || p_action == m_p_triangulate || p_action == m_p_clean_up) {
                 message.addSeparator();
             }
             message.addAction(p_action);
@@ -129,9 +157,9 @@ void CommandsPresentation::handle_message(housekeeping::gui::MainWindowMessage& 
 }
 
 QAction* CommandsPresentation::add_action(
-    const QString& text, const QString& tip, void (CommandsPresentation::*slot)())
+    const char* icon_name, const QString& text, const QString& tip, void (CommandsPresentation::*slot)())
 {
-    auto* const p_action = new QAction(text, m_menu.get());
+    auto* const p_action = new QAction(icon(icon_name), text, m_menu.get());
     p_action->setStatusTip(tip);
     connect(p_action, &QAction::triggered, this, slot);
     m_actions.push_back(p_action);
@@ -218,6 +246,50 @@ void CommandsPresentation::resample()
     }
 }
 
+void CommandsPresentation::triangulate()
+{
+    if (!may_run()) {
+        return;
+    }
+    const double proposed = proposed_tolerance();
+    const int decimals = std::clamp(decimals_of(proposed) + 1, s_least_decimals, s_most_decimals);
+    const auto& document = dynamic_cast<const TerrainDocument&>(
+        housekeeping::DocumentManager::instance().document_from_id(controller()->state()->document_id()));
+    ParameterDialog dialog(tr("Triangulate"), Topic::Triangulate,
+        {{tr("&Tolerance:"), proposed, std::pow(10, -decimals), s_largest, decimals,
+            height_unit_text(document.datasource())}},
+        QApplication::activeWindow());
+    if (is_accepted(dialog)) {
+        controller()->state()->tolerance = dialog.value(0);
+        run<TriangulateCommand>(dialog.value(0));
+    }
+}
+
+bool CommandsPresentation::flatten(const std::vector<QPointF>& polygon)
+{
+    if (!may_run()) {
+        return false;
+    }
+    const std::optional<double> mean = FlattenCommand::mean_inside(current_raster(), polygon);
+    if (!mean) {
+        say(tr("No cell with data lies in the polygon."));
+        return false;
+    }
+    const RasterSummary summary(current_raster().cells);
+    const double largest = std::max({s_largest, std::abs(summary.minimum), std::abs(summary.maximum)});
+    const auto& document
+        = housekeeping::DocumentManager::instance().document_from_id(controller()->state()->document_id());
+    ParameterDialog dialog(tr("Flatten"), Topic::Flatten,
+        {{tr("&Height:"), *mean, -largest, largest, decimals_for(*mean, summary),
+            height_unit_text(document.datasource())}},
+        QApplication::activeWindow());
+    if (!is_accepted(dialog)) {
+        return false;
+    }
+    run<FlattenCommand>(polygon, std::optional<double>(dialog.value(0)));
+    return true;
+}
+
 void CommandsPresentation::clean_up()
 {
     if (may_run()) {
@@ -225,11 +297,21 @@ void CommandsPresentation::clean_up()
     }
 }
 
+void CommandsPresentation::say(const QString& text)
+{
+    gui::AbstractMainWindow::instance()->statusBar()->showMessage(text, s_message_time);
+}
+
+QString CommandsPresentation::wait_text()
+{
+    return tr("A command is running. Wait until it has ended, or cancel it.");
+}
+
 /// Whether there is a document, and nothing is running; says so if something is.
 bool CommandsPresentation::may_run() const
 {
     if (housekeeping::DocumentManager::instance().documents_busy()) {
-        say(tr("A command is running. Wait until it has ended, or cancel it."));
+        say(wait_text());
         return false;
     }
     return controller()->state() != nullptr;
@@ -258,6 +340,18 @@ std::pair<double, double> CommandsPresentation::proposed_bounds() const
     }
     const RasterSummary summary(current_raster().cells);
     return {summary.minimum, summary.maximum};
+}
+
+/// That of the last time, else a part of the range of the heights.
+double CommandsPresentation::proposed_tolerance() const
+{
+    const CommandsController::State& state = *controller()->state();
+    if (state.tolerance) {
+        return *state.tolerance;
+    }
+    const RasterSummary summary(current_raster().cells);
+    const double range = (summary.maximum - summary.minimum) * s_tolerance_of_range;
+    return range > 0 && range <= s_largest ? round_step(range) : 1;
 }
 
 template <class Command, class... Arguments>

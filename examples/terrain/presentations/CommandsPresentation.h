@@ -7,6 +7,7 @@
 #include <tarqa/housekeeping/gui/MainWindowMessage.h>
 
 #include <QtCore/QObject>
+#include <QtCore/QPointF>
 
 #include <memory>
 #include <utility>
@@ -46,7 +47,20 @@ public:
     QAction* scale_action() const { return m_p_scale; }
     QAction* crop_action() const { return m_p_crop; }
     QAction* resample_action() const { return m_p_resample; }
+    QAction* triangulate_action() const { return m_p_triangulate; }
     QAction* clean_up_action() const { return m_p_clean_up; }
+
+    /// The Tools menu; null before init().
+    QMenu* menu() const { return m_menu.get(); }
+    /// Shows a message in the status bar for a while.
+    static void say(const QString& text);
+    /// Why nothing can be begun while a command is running.
+    static QString wait_text();
+
+    /// Asks for the height of the cells in a polygon of the current document, and has it run.
+    /// @param polygon in columns and rows as the raster stores them; it has an inside
+    /// @return whether it runs
+    bool flatten(const std::vector<QPointF>& polygon);
 
 public slots:
     void handle_message(housekeeping::gui::MainWindowMessage& message);
@@ -58,7 +72,8 @@ private:
     std::string controller_name() const override;
     CommandsController* controller() const override;
 
-    QAction* add_action(const QString& text, const QString& tip, void (CommandsPresentation::*slot)());
+    QAction* add_action(
+        const char* icon_name, const QString& text, const QString& tip, void (CommandsPresentation::*slot)());
 
     void smooth();
     void fill_sinks();
@@ -66,12 +81,14 @@ private:
     void scale();
     void crop();
     void resample();
+    void triangulate();
     void clean_up();
 
     bool may_run() const;
     bool is_accepted(QDialog& dialog) const;
     const Raster& current_raster() const;
     std::pair<double, double> proposed_bounds() const;
+    double proposed_tolerance() const;
     template <class Command, class... Arguments>
     void run(Arguments... arguments);
     void show_outcome(CommandRunner::Outcome outcome, const QString& name, const QString& failure);
@@ -84,6 +101,7 @@ private:
     QAction* m_p_scale = nullptr;
     QAction* m_p_crop = nullptr;
     QAction* m_p_resample = nullptr;
+    QAction* m_p_triangulate = nullptr;
     QAction* m_p_clean_up = nullptr;
 };
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <tarqa/housekeeping/CommandId.h>
 #include <tarqa/housekeeping/gui/AbstractPresentation.h>
 
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 
 class QLabel;
 class QProgressBar;
@@ -40,6 +42,10 @@ private:
     std::string controller_name() const override;
 
     void cancel();
+    bool is_too_early();
+
+    QTimer m_patience;
+    housekeeping::CommandId m_waited_for = housekeeping::CommandId::null();
 
     // The window's.
     QPointer<QWidget> m_p_corner;

@@ -1,32 +1,38 @@
 #include "tour/CommandSteps.h"
 
+#include "commands/ClampCommand.h"
+#include "commands/CleanUpCommand.h"
 #include "commands/CommandsController.h"
+#include "commands/CropCommand.h"
+#include "commands/FillSinksCommand.h"
+#include "commands/ResampleCommand.h"
 #include "commands/ScaleCommand.h"
 #include "commands/SmoothCommand.h"
+#include "commands/TriangulateCommand.h"
+#include "documents/Mesh.h"
 #include "documents/RasterSummary.h"
 #include "documents/TerrainModel.h"
+#include "help/Bindings.h"
 #include "help/HelpTopics.h"
 #include "panels/HistoryPanel.h"
 #include "presentations/CommandsPresentation.h"
-#include "presentations/ProgressPresentation.h"
+#include "tour/TourLooks.h"
 #include "tour/UserInput.h"
+#include "views/TerrainView.h"
 #include "windows/MainWindow.h"
 #include "windows/ParameterDialog.h"
 
 #include <pkBaseQt/QPKHelpButton.h>
 #include <tarqa/housekeeping/DocumentManager.h>
-#include <tarqa/housekeeping/gui/UndoRedoPresentation.h>
 
 #include <QtCore/QObject>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QListWidget>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QProgressBar>
-#include <QtWidgets/QToolBar>
-#include <QtWidgets/QToolButton>
-
-#include <boost/make_shared.hpp>
+#include <QtWidgets/QMenuBar>
 
 #include <algorithm>
 
@@ -36,74 +42,39 @@ namespace {
 
 typedef std::vector<TourCheck> Checks;
 
-const int s_commands = 3; ///< that are run to their end
 const int s_radius = 2; ///< cells
-const int s_large_radius = 12; ///< cells
 const double s_factor = 1.2;
+const double s_cell_factor = 2;
+const double s_cut_below = 0.15; ///< part of the range of the heights
+const double s_cut_above = 0.9;
+const int s_cropped_part = 8; ///< of the columns and rows, that goes at each side
 
 CommandRunner& runner()
 {
     return CommandsController::instance().runner();
 }
 
-housekeeping::gui::UndoRedoPresentation& undo_redo()
+const TerrainModel& model()
 {
-    return *housekeeping::gui::UndoRedoPresentation::instance();
+    return TerrainModel::of(housekeeping::DocumentManager::const_instance().current_document_id());
 }
 
-housekeeping::DocumentId current()
+/// Chooses an entry of the menu, and waits for its command.
+void choose(TourStage& stage, const QAction* p_entry)
 {
-    return housekeeping::DocumentManager::const_instance().current_document_id();
-}
-
-std::string current_cells()
-{
-    return checksum(TerrainModel::of(current()).raster());
-}
-
-template <class Command, class Argument>
-void run(Argument argument)
-{
-    runner().start(boost::make_shared<Command>(current(), argument));
+    expect_command(stage);
+    const_cast<QAction*>(p_entry)->trigger();
     runner().wait();
 }
 
-TourCheck is_text(const QString& what, const QString& text, const QString& expected)
+void write_number(const QDialog& dialog, int field, double number)
 {
-    return {QObject::tr("%1 reads \"%2\", expected \"%3\"").arg(what, text, expected), text == expected};
+    QDoubleSpinBox& box = *dialog.findChildren<QDoubleSpinBox*>().at(field);
+    write_over(box, box.locale().toString(number, 'f', box.decimals()));
 }
 
-TourCheck undo_reads(const QString& expected)
-{
-    return is_text(QObject::tr("the undo entry"), undo_redo().undo_action()->text(), expected);
-}
-
-TourCheck entry_count_is(const MainWindow& window, int expected)
-{
-    const int entries = window.history().entries().count();
-    return {QObject::tr("the history has %1 entries, expected %2").arg(entries).arg(expected),
-        entries == expected};
-}
-
-/// Opens the list of what can be undone, below its button.
-QMenu* open_undo_list(const MainWindow& window)
-{
-    QAction* const p_action = undo_redo().undo_tool_bar_action();
-    QWidget* const p_button = window.tool_bar().widgetForAction(p_action);
-    if (p_action->menu() && p_button) {
-        p_action->menu()->popup(p_button->mapToGlobal(QPoint(0, p_button->height())));
-    }
-    return p_action->menu();
-}
-
-} // namespace
-
-void open_parameters(TourStage&)
-{
-    CommandsPresentation::instance().smooth_action()->trigger();
-}
-
-std::vector<TourCheck> see_parameters(TourStage& stage)
+/// Whether the dialog on top is about a command, with its page of the help.
+Checks see_dialog(TourStage& stage, Topic topic)
 {
     const auto* const p_dialog = qobject_cast<ParameterDialog*>(QApplication::activeModalWidget());
     stage.own_window = QApplication::activeModalWidget();
@@ -113,100 +84,238 @@ std::vector<TourCheck> see_parameters(TourStage& stage)
     const auto* const p_help = p_dialog->findChild<pkBase::QPKHelpButton*>();
     return {{QObject::tr("the dialog is shown"), p_dialog->isVisible()},
         {QObject::tr("its help button opens the page about the command"),
-            p_help && p_help->isVisible() && p_help->helpKey() == help_key(Topic::Smooth)},
-        {QObject::tr("it proposes a number"), p_dialog->value(0) >= 1}};
+            p_help && p_help->isVisible() && p_help->helpKey() == help_key(topic)}};
 }
 
-void run_three_commands(TourStage& stage)
+/// Whether a number was written as it was to be.
+TourCheck parameter_is(int field, double expected)
 {
-    stage.first_cells = current_cells();
-    stage.window.show_panel(stage.window.history());
-    CommandsPresentation::instance().fill_sinks_action()->trigger();
-    runner().wait();
-    run<SmoothCommand>(s_radius);
-    run<ScaleCommand>(s_factor);
+    const auto* const p_dialog = qobject_cast<ParameterDialog*>(QApplication::activeModalWidget());
+    const double value = p_dialog ? p_dialog->value(static_cast<std::size_t>(field)) : 0;
+    return {
+        QObject::tr("the number is %1, expected %2").arg(value).arg(expected), p_dialog && value == expected};
 }
 
-std::vector<TourCheck> see_history(TourStage& stage)
+QString size_text(const Raster& raster)
 {
-    return {entry_count_is(stage.window, s_commands), undo_reads(QObject::tr("&Undo Scale")),
-        {QObject::tr("the heights have changed"), current_cells() != stage.first_cells},
-        {QObject::tr("the title says that there are changes"), stage.window.isWindowModified()}};
+    return QString("%1 x %2").arg(raster.columns).arg(raster.rows);
 }
 
-void point_into_undo_list(TourStage& stage)
+TourCheck is_smaller(const TourStage& stage)
 {
-    if (QMenu* const p_list = open_undo_list(stage.window)) {
-        p_list->setActiveAction(p_list->actions().value(s_commands - 1));
-    }
+    const Raster& raster = model().raster();
+    return {
+        QObject::tr("the raster has %1 cells, fewer than %2").arg(size_text(raster)).arg(stage.cell_count),
+        raster.cells.size() < stage.cell_count};
 }
 
-std::vector<TourCheck> see_undo_list(TourStage&)
+Checks with(Checks checks, const TourCheck& another)
 {
-    const QMenu* const p_list = undo_redo().undo_tool_bar_action()->menu();
-    if (!p_list) {
-        return {{QObject::tr("there is a list"), false}};
-    }
-    const QList<QAction*> entries = p_list->actions();
-    const auto checked = std::count_if(
-        entries.begin(), entries.end(), [](const QAction* p_entry) { return p_entry->isChecked(); });
-    return {{QObject::tr("the list is shown"), p_list->isVisible()},
-        {QObject::tr("checked entries: %1, expected %2").arg(checked).arg(s_commands), checked == s_commands},
-        is_text(QObject::tr("the last entry"), entries.last()->text(), QObject::tr("Undo 3 Actions"))};
+    checks.push_back(another);
+    return checks;
 }
 
-void begin_long_command(TourStage& stage)
+} // namespace
+
+// --- what they have in common
+
+void expect_command(TourStage& stage)
 {
-    if (QMenu* const p_list = undo_redo().undo_tool_bar_action()->menu()) {
-        p_list->hide();
-    }
     stage.cells = current_cells();
-    stage.gate.close();
-    runner().start(boost::make_shared<SmoothCommand>(current(), s_large_radius));
+    stage.cell_count = model().raster().cells.size();
+    ++stage.commands;
 }
 
-std::vector<TourCheck> see_progress(TourStage& stage)
+std::vector<TourCheck> see_done(const TourStage& stage, const QString& name)
 {
-    const ProgressPresentation& progress = ProgressPresentation::instance();
-    const int percentage = progress.bar()->value();
-    return {{QObject::tr("the command is half-way"), stage.gate.holds()},
-        {QObject::tr("the progress bar shows %1 %").arg(percentage),
-            progress.bar()->isVisible() && percentage > 0},
-        {QObject::tr("it can be cancelled"), progress.cancel_button()->isEnabled()},
-        undo_reads(QObject::tr("&Undo"))};
+    return {{QObject::tr("nothing is running"), !runner().is_running()},
+        entry_count_is(stage.window, stage.commands), undo_names(name),
+        {QObject::tr("the title says that there are changes"), stage.window.isWindowModified()},
+        relief_is_drawn(stage.window)};
 }
 
-void cancel_command(TourStage& stage)
+TourCheck cells_differ(const TourStage& stage)
 {
-    QToolButton& button = *ProgressPresentation::instance().cancel_button();
-    click(button, button.rect().center());
-    stage.gate.open();
+    return {QObject::tr("the heights have changed"), current_cells() != stage.cells};
+}
+
+void wait_for_command(TourStage&)
+{
     runner().wait();
 }
 
-std::vector<TourCheck> see_nothing_changed(TourStage& stage)
+void accept_proposal(TourStage&, QDialog&) { }
+
+// --- the menu
+
+void open_tools_menu(TourStage& stage)
 {
-    return {{QObject::tr("nothing is running"),
-                !runner().is_running() && !ProgressPresentation::instance().bar()->isVisible()},
-        {QObject::tr("the heights are those of before"), current_cells() == stage.cells},
-        entry_count_is(stage.window, s_commands + 1), undo_reads(QObject::tr("&Undo Smooth"))};
+    QMenu& menu = *CommandsPresentation::instance().menu();
+    stage.first_cells = current_cells();
+    stage.window.action(Deed::ViewMap).trigger();
+    stage.window.show_panel(stage.window.history()); // which tells of all the following
+    stage.window.menuBar()->setActiveAction(menu.menuAction());
+    menu.setActiveAction(CommandsPresentation::instance().fill_sinks_action());
 }
 
-void undo_all(TourStage& stage)
+std::vector<TourCheck> see_tools_menu(TourStage&)
 {
-    if (QMenu* const p_list = open_undo_list(stage.window)) {
-        QAction* const p_entry = p_list->actions().value(s_commands); // the cancelled one is in the list too
-        click(*p_list, p_list->actionGeometry(p_entry).center());
-    }
+    const QMenu& menu = *CommandsPresentation::instance().menu();
+    const QList<QAction*> entries = menu.actions();
+    const bool can_be_chosen = std::all_of(entries.begin(), entries.end(),
+        [](const QAction* p_entry) { return p_entry->isSeparator() || p_entry->isEnabled(); });
+    const bool has_pictures = std::none_of(entries.begin(), entries.end(),
+        [](const QAction* p_entry) { return !p_entry->isSeparator() && p_entry->icon().isNull(); });
+    return {{QObject::tr("the menu is shown"), menu.isVisible()},
+        {QObject::tr("all entries can be chosen"), can_be_chosen},
+        {QObject::tr("all entries have pictures"), has_pictures}};
 }
 
-std::vector<TourCheck> see_first_cells(TourStage& stage)
+// --- commands that give the cells other heights
+
+void fill_sinks(TourStage& stage)
 {
-    return {{QObject::tr("the heights are those of the file"), current_cells() == stage.first_cells},
-        undo_reads(QObject::tr("&Undo")),
-        is_text(QObject::tr("the redo entry"), undo_redo().redo_action()->text(),
-            QObject::tr("&Redo Fill sinks")),
-        entry_count_is(stage.window, s_commands + 1)};
+    CommandsPresentation::instance().menu()->hide();
+    choose(stage, CommandsPresentation::instance().fill_sinks_action());
+}
+
+std::vector<TourCheck> see_sinks_filled(TourStage& stage)
+{
+    return see_done(stage, FillSinksCommand::tr("Fill sinks"));
+}
+
+void smooth(TourStage& stage)
+{
+    choose(stage, CommandsPresentation::instance().smooth_action());
+}
+
+void fill_in_radius(TourStage&, QDialog& dialog)
+{
+    write_number(dialog, 0, s_radius);
+}
+
+std::vector<TourCheck> see_parameters(TourStage& stage)
+{
+    return with(see_dialog(stage, Topic::Smooth), parameter_is(0, s_radius));
+}
+
+std::vector<TourCheck> see_smoothed(TourStage& stage)
+{
+    return with(see_done(stage, SmoothCommand::tr("Smooth")), cells_differ(stage));
+}
+
+void clamp_heights(TourStage& stage)
+{
+    choose(stage, CommandsPresentation::instance().clamp_action());
+}
+
+void fill_in_bounds(TourStage&, QDialog& dialog)
+{
+    const RasterSummary summary(model().raster().cells);
+    const double range = summary.maximum - summary.minimum;
+    write_number(dialog, 0, summary.minimum + s_cut_below * range);
+    write_number(dialog, 1, summary.minimum + s_cut_above * range);
+}
+
+std::vector<TourCheck> see_clamped(TourStage& stage)
+{
+    return with(see_done(stage, ClampCommand::tr("Clamp")), cells_differ(stage));
+}
+
+void scale_heights(TourStage& stage)
+{
+    choose(stage, CommandsPresentation::instance().scale_action());
+}
+
+void fill_in_factor(TourStage&, QDialog& dialog)
+{
+    write_number(dialog, 0, s_factor);
+}
+
+std::vector<TourCheck> see_scaled(TourStage& stage)
+{
+    return with(see_done(stage, ScaleCommand::tr("Scale")), cells_differ(stage));
+}
+
+void clean_up(TourStage& stage)
+{
+    choose(stage, CommandsPresentation::instance().clean_up_action());
+}
+
+std::vector<TourCheck> see_cleaned_up(TourStage& stage)
+{
+    return see_done(stage, CleanUpCommand::tr("Clean up"));
+}
+
+// --- the triangulation
+
+void triangulate(TourStage& stage)
+{
+    stage.triangulated_cells = current_cells();
+    choose(stage, CommandsPresentation::instance().triangulate_action());
+}
+
+std::vector<TourCheck> see_triangulated(TourStage& stage)
+{
+    const auto& sp_mesh = model().mesh();
+    Checks checks = see_done(stage, TriangulateCommand::tr("Triangulate"));
+    checks.push_back({QObject::tr("there are %1 triangles").arg(sp_mesh ? sp_mesh->triangles.size() : 0),
+        sp_mesh && !sp_mesh->triangles.empty()});
+    checks.push_back({QObject::tr("the heights are those of before"), current_cells() == stage.cells});
+    checks.push_back({QObject::tr("the map shows the edges"), stage.window.view()->layers().triangulation});
+    return checks;
+}
+
+// --- commands that make another raster
+
+void resample(TourStage& stage)
+{
+    stage.window.action(Deed::ViewMap).trigger();
+    choose(stage, CommandsPresentation::instance().resample_action());
+}
+
+void fill_in_cell_size(TourStage&, QDialog& dialog)
+{
+    write_number(dialog, 0, s_cell_factor);
+    QComboBox& methods = *dialog.findChild<QComboBox*>();
+    methods.setCurrentIndex(methods.count() - 1);
+}
+
+std::vector<TourCheck> see_cell_size(TourStage& stage)
+{
+    return with(see_dialog(stage, Topic::Resample), parameter_is(0, s_cell_factor));
+}
+
+std::vector<TourCheck> see_resampled(TourStage& stage)
+{
+    return with(see_done(stage, ResampleCommand::tr("Resample")), is_smaller(stage));
+}
+
+void crop(TourStage& stage)
+{
+    choose(stage, CommandsPresentation::instance().crop_action());
+}
+
+void fill_in_range(TourStage&, QDialog& dialog)
+{
+    const Raster& raster = model().raster();
+    const int columns = std::max(1, raster.columns / s_cropped_part);
+    const int rows = std::max(1, raster.rows / s_cropped_part);
+    write_number(dialog, 0, columns);
+    write_number(dialog, 1, raster.columns - 1 - columns);
+    write_number(dialog, 2, rows);
+    write_number(dialog, 3, raster.rows - 1 - rows);
+}
+
+std::vector<TourCheck> see_range(TourStage& stage)
+{
+    const int columns = std::max(1, model().raster().columns / s_cropped_part);
+    return with(see_dialog(stage, Topic::Crop), parameter_is(0, columns));
+}
+
+std::vector<TourCheck> see_cropped(TourStage& stage)
+{
+    return with(see_done(stage, CropCommand::tr("Crop")), is_smaller(stage));
 }
 
 } // namespace terrain

@@ -12,6 +12,7 @@
 #include <pkBaseQt/QLogFileViewer.h>
 #include <pkBaseQt/QPKAboutBox.h>
 #include <pkBaseQt/pkProductInfo.h>
+#include <tarqa/housekeeping/gui/HelpManager.h>
 #include <tarqa/housekeeping/gui/QHelpWebView.h>
 
 #include <QtCore/QObject>
@@ -32,11 +33,13 @@ typedef std::vector<TourCheck> Checks;
 const int s_rows_of_the_library = 2; ///< of the quick help, for undo and redo
 const int s_words_of_a_page = 40; ///< at least
 
-/// Chooses an entry of the Help menu, which is the last one. @param text without "&" and dots
-void choose_help(const MainWindow& window, const QString& text)
+/// Chooses an entry of the Help menu, which is the last one. @param text its beginning in the library's
+/// sources
+void choose_help(const MainWindow& window, const char* text)
 {
+    const QString begin = housekeeping::gui::HelpManager::tr(text);
     for (QAction* const p_action : window.menuBar()->actions().last()->menu()->actions()) {
-        if (p_action->text().remove('&').startsWith(text)) {
+        if (p_action->text().startsWith(begin)) {
             p_action->trigger();
             return;
         }
@@ -83,7 +86,7 @@ void close_help()
 void open_help(TourStage& stage)
 {
     give_keyboard(stage.window.document_box());
-    choose_help(stage.window, "Contents");
+    choose_help(stage.window, "&Contents...");
 }
 
 std::vector<TourCheck> see_contents(TourStage& stage)
@@ -95,7 +98,7 @@ void open_help_about_panel(TourStage& stage)
 {
     stage.window.show_panel(stage.window.history());
     give_keyboard(stage.window.history().entries());
-    choose_help(stage.window, "Contents");
+    choose_help(stage.window, "&Contents...");
 }
 
 std::vector<TourCheck> see_help_about_panel(TourStage& stage)
@@ -105,7 +108,7 @@ std::vector<TourCheck> see_help_about_panel(TourStage& stage)
 
 void open_shortcuts(TourStage& stage)
 {
-    choose_help(stage.window, "Shortcuts");
+    choose_help(stage.window, "&Shortcuts...");
 }
 
 std::vector<TourCheck> see_shortcuts(TourStage& stage)
@@ -123,7 +126,7 @@ std::vector<TourCheck> see_shortcuts(TourStage& stage)
 void open_about_box(TourStage& stage)
 {
     close_help();
-    choose_help(stage.window, "About");
+    choose_help(stage.window, "&About ");
 }
 
 std::vector<TourCheck> see_about_box(TourStage& stage)
@@ -145,7 +148,7 @@ std::vector<TourCheck> see_about_box(TourStage& stage)
 
 void open_log(TourStage& stage)
 {
-    choose_help(stage.window, "Show Log File");
+    choose_help(stage.window, "Show &Log File...");
 }
 
 std::vector<TourCheck> see_log(TourStage& stage)

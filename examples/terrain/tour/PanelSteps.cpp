@@ -15,6 +15,7 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QStyle>
 
 #include <qwt_plot_curve.h>
 #include <qwt_plot_histogram.h>
@@ -63,9 +64,11 @@ Checks see_statistics(TourStage& stage)
 
 void open_layers(TourStage& stage)
 {
+    stage.window.action(Deed::Fit).trigger();
     stage.window.action(Deed::Layers).trigger();
     QCheckBox& box = stage.window.layers().box(&MapLayers::contours);
-    click(box, QPoint(s_on_indicator, box.height() / 2));
+    const QPoint indicator(s_on_indicator, box.height() / 2);
+    click(box, QStyle::visualPos(box.layoutDirection(), box.rect(), indicator));
 }
 
 Checks see_layers(TourStage& stage)

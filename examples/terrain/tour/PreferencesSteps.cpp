@@ -1,12 +1,15 @@
 #include "tour/PreferencesSteps.h"
 
 #include "help/Bindings.h"
+#include "preferences/AnimationPreferences.h"
 #include "preferences/ColourButton.h"
+#include "preferences/GeneralPreferences.h"
+#include "preferences/PerformancePreferences.h"
+#include "preferences/ViewerPreferences.h"
 #include "tour/UserInput.h"
 #include "views/TerrainView.h"
 #include "windows/MainWindow.h"
 
-#include <pkBaseQt/QLogFileViewer.h>
 #include <pkBaseQt/QPKHelpButton.h>
 #include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/gui/PreferencesDialog.h>
@@ -91,14 +94,13 @@ Checks background_is(const TourStage& stage, const QColor& expected)
 
 void open_general_page(TourStage& stage)
 {
-    pkBase::QLogFileViewer::instance().close();
     stage.window.action(Deed::Preferences).trigger();
     choose_page(stage, General);
 }
 
 std::vector<TourCheck> see_general_page(TourStage& stage)
 {
-    return shows_page(stage, General, QObject::tr("General"));
+    return shows_page(stage, General, GeneralPreferences::tr("General"));
 }
 
 void open_viewer_page(TourStage& stage)
@@ -108,7 +110,7 @@ void open_viewer_page(TourStage& stage)
 
 std::vector<TourCheck> see_viewer_page(TourStage& stage)
 {
-    return shows_page(stage, Viewer, QObject::tr("Viewer"));
+    return shows_page(stage, Viewer, ViewerPreferences::tr("Viewer"));
 }
 
 void open_performance_page(TourStage& stage)
@@ -118,7 +120,7 @@ void open_performance_page(TourStage& stage)
 
 std::vector<TourCheck> see_performance_page(TourStage& stage)
 {
-    return shows_page(stage, Performance, QObject::tr("Performance"));
+    return shows_page(stage, Performance, PerformancePreferences::tr("Performance"));
 }
 
 void open_animation_page(TourStage& stage)
@@ -128,7 +130,7 @@ void open_animation_page(TourStage& stage)
 
 std::vector<TourCheck> see_animation_page(TourStage& stage)
 {
-    return shows_page(stage, Animation, QObject::tr("Animation"));
+    return shows_page(stage, Animation, AnimationPreferences::tr("Animation"));
 }
 
 void change_background(TourStage& stage)

@@ -1,6 +1,10 @@
 #include "tour/Tour.h"
 
+#include "scene/SceneView.h"
+#include "tour/UserInput.h"
 #include "views/TerrainView.h"
+#include "windows/DocumentPage.h"
+#include "windows/DocumentViews.h"
 #include "windows/MainWindow.h"
 
 #include <tarqa/utilities/Exception.h>
@@ -12,6 +16,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iomanip>
 #include <iostream>
 
 namespace terrain {
@@ -31,6 +36,14 @@ const int s_needed_looks = 5; ///< so that what is drawn a little later is drawn
 bool all_hold(const std::vector<TourCheck>& checks)
 {
     return std::all_of(checks.begin(), checks.end(), [](const TourCheck& check) { return check.result; });
+}
+
+/// Whether one of the views on top is still on its way.
+bool is_moving(const MainWindow& window)
+{
+    const DocumentPage* const p_page = window.views().current_page();
+    return p_page
+        && (p_page->map().is_gliding() || (p_page->scene() && p_page->scene()->navigator().is_moving()));
 }
 
 QString text_of(const QWidget& dialog)
@@ -70,8 +83,10 @@ void Tour::start()
 void Tour::tick()
 {
     m_watchdog->alive();
-    if (const QWidget* const p_dialog = QApplication::activeModalWidget()) {
-        if (looks_at(*p_dialog)) {
+    if (QWidget* const p_dialog = QApplication::activeModalWidget()) {
+        if (is_to_fill_in(*p_dialog)) {
+            fill_in(*p_dialog);
+        } else if (looks_at(*p_dialog)) {
             watch_step();
         } else if (!answer_dialog()) {
             close_unexpected_dialog();
@@ -100,11 +115,32 @@ void Tour::call_soon(void (Tour::*part)())
         Qt::QueuedConnection);
 }
 
-/// Whether it is the dialog that the step is about. Questions and failures never are.
+/// Whether it is a dialog that the step leads to, as nobody has filled it in yet.
+bool Tour::is_to_fill_in(const QWidget& dialog) const
+{
+    return m_begun && !m_ended && !m_failed && tour_steps()[m_step].fill_in && m_p_filled_in != &dialog
+        && qobject_cast<const QDialog*>(&dialog) && !qobject_cast<const QMessageBox*>(&dialog);
+}
+
+void Tour::fill_in(QWidget& dialog)
+{
+    m_p_filled_in = &dialog;
+    auto& form = *qobject_cast<QDialog*>(&dialog);
+    tour_steps()[m_step].fill_in(m_stage, form);
+    if (!tour_steps()[m_step].in_dialog) {
+        accept(form);
+    }
+}
+
+/// Whether it is the dialog that the step is about. Failures never are, and only the question that it
+/// answers.
 bool Tour::looks_at(const QWidget& dialog) const
 {
-    return m_begun && !m_ended && !m_failed && tour_steps()[m_step].in_dialog
-        && !qobject_cast<const QMessageBox*>(&dialog);
+    if (!m_begun || m_ended || m_failed || !tour_steps()[m_step].in_dialog) {
+        return false;
+    }
+    const auto* const p_box = qobject_cast<const QMessageBox*>(&dialog);
+    return !p_box || p_box->button(tour_steps()[m_step].answer);
 }
 
 /// @return false if the step expects no dialog, or another one
@@ -119,6 +155,19 @@ bool Tour::answer_dialog()
         p_button->click();
     }
     return p_button != nullptr;
+}
+
+/// Ends the dialog that the step has looked at.
+void Tour::leave_dialog()
+{
+    QWidget& dialog = *QApplication::activeModalWidget();
+    if (tour_steps()[m_step].answer != QMessageBox::NoButton) {
+        answer_dialog();
+    } else if (tour_steps()[m_step].fill_in) {
+        accept(*qobject_cast<QDialog*>(&dialog));
+    } else {
+        close(dialog);
+    }
 }
 
 void Tour::close_unexpected_dialog()
@@ -154,8 +203,7 @@ void Tour::begin_step()
 void Tour::watch_step()
 {
     std::vector<TourCheck> checks = tour_steps()[m_step].look(m_stage);
-    const bool moves = m_window.view() && m_window.view()->is_gliding();
-    m_steady_looks = all_hold(checks) && !moves ? m_steady_looks + 1 : 0;
+    m_steady_looks = all_hold(checks) && !is_moving(m_window) ? m_steady_looks + 1 : 0;
     if (m_steady_looks >= s_needed_looks || m_clock.hasExpired(s_patience)) {
         end_step(std::move(checks));
     }
@@ -169,6 +217,8 @@ void Tour::end_step(std::vector<TourCheck> checks)
     checks.push_back({tr("the picture is not uniform"), is_varied(picture)});
     try {
         m_report.add({static_cast<int>(m_step) + 1, step.name, picture, duration, checks});
+        m_out << std::setw(2) << m_step + 1 << "  " << std::setw(6) << duration << " ms  " << step.name
+              << std::endl;
     } catch (const std::exception& exception) {
         fail(QString::fromUtf8(exception.what()));
     }
@@ -178,7 +228,7 @@ void Tour::end_step(std::vector<TourCheck> checks)
         }
     }
     if (step.in_dialog && QApplication::activeModalWidget()) {
-        close(*QApplication::activeModalWidget());
+        leave_dialog();
     }
     ++m_step;
     m_begun = false;
@@ -197,6 +247,8 @@ void Tour::end()
 {
     m_ended = true;
     m_stage.gate.open();
+    m_out << "    " << std::setw(6) << m_report.duration() << " ms  " << tr("all steps").toStdString()
+          << std::endl;
     m_out << tr("%1 of %2 pictures of the tour are in %3")
                  .arg(QString::number(m_report.entries()), QString::number(tour_steps().size()),
                      m_report.folder())

@@ -6,6 +6,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 
 #include <memory>
@@ -42,8 +43,11 @@ public:
 private:
     void tick();
     void call_soon(void (Tour::*part)());
+    bool is_to_fill_in(const QWidget& dialog) const;
+    void fill_in(QWidget& dialog);
     bool looks_at(const QWidget& dialog) const;
     bool answer_dialog();
+    void leave_dialog();
     void close_unexpected_dialog();
     static void close(QWidget& dialog);
     void begin_step();
@@ -60,6 +64,7 @@ private:
     std::ostream& m_error;
     QTimer m_timer;
     QElapsedTimer m_clock; // of the step
+    QPointer<QWidget> m_p_filled_in; // the last dialog of which that is true; not owned
     std::unique_ptr<Watchdog> m_watchdog;
 
     std::size_t m_step = 0;

@@ -39,6 +39,7 @@ void TourReport::add(const TourEntry& entry)
     m_entries.append(QJsonObject{{"number", entry.number}, {"name", entry.name}, {"picture", picture_name},
         {"width", entry.picture.width()}, {"height", entry.picture.height()}, {"duration", entry.duration},
         {"checks", checks}});
+    m_duration += entry.duration;
     write_list();
 }
 
@@ -54,7 +55,7 @@ void TourReport::write(const QString& name, const QByteArray& content) const
 
 void TourReport::write_list() const
 {
-    write(list_name, QJsonDocument(QJsonObject{{"steps", m_entries}}).toJson());
+    write(list_name, QJsonDocument(QJsonObject{{"steps", m_entries}, {"duration", m_duration}}).toJson());
 }
 
 } // namespace terrain

@@ -25,8 +25,8 @@ struct TourEntry
     std::vector<TourCheck> checks;
 };
 
-/// The folder that a tour leaves: a picture of each step, "01-name.png", and "tour.json", which lists them.
-/// Each file appears whole or not at all.
+/// The folder that a tour leaves: a picture of each step, "01-name.png", and "tour.json", which lists them
+/// and tells how long all took. Each file appears whole or not at all.
 class TourReport
 {
 public:
@@ -42,6 +42,8 @@ public:
     /// The folder's absolute path.
     const QString& folder() const { return m_folder; }
     int entries() const { return m_entries.size(); }
+    /// Of all entries together, in milliseconds.
+    int duration() const { return m_duration; }
 
 private:
     void write(const QString& name, const QByteArray& content) const;
@@ -49,6 +51,7 @@ private:
 
     QString m_folder;
     QJsonArray m_entries;
+    int m_duration = 0;
 };
 
 } // namespace terrain

@@ -5,6 +5,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QColor>
 #include <QtWidgets/QMessageBox>
@@ -12,6 +13,8 @@
 
 #include <string>
 #include <vector>
+
+class QDialog;
 
 namespace terrain {
 
@@ -35,7 +38,15 @@ struct TourStage
     double first_scale = 0; ///< of the first map, when it was new
     QString first_reading; ///< under the pointer then
     std::string first_cells; ///< checksum of the first raster, when it was new
-    std::string cells; ///< checksum before the run that is cancelled
+    std::string cells; ///< checksum before the command of the step
+    std::size_t cell_count = 0; ///< how many those were
+    std::string triangulated_cells; ///< checksum of those that were triangulated
+    int commands = 0; ///< that the history of the first document lists
+    double heading = 0; ///< where one looked to in three dimensions, before the step
+    double exaggeration = 0; ///< of the heights then
+    int frames = 0; ///< of the terrain that were drawn when its picture was looked at last
+    bool scene_is_varied = false; ///< that picture
+    QStringList exports; ///< files to be written, the next one first
     QColor background; ///< of maps, as it was
     QPointer<QWidget> own_window; ///< what the step opened
     Gate gate; ///< in the way of the commands' progress
@@ -59,8 +70,11 @@ struct TourStep
     std::vector<TourCheck> (*look)(TourStage& stage);
     /// To the question that the step leads to; none is expected without.
     QMessageBox::StandardButton answer = QMessageBox::NoButton;
-    /// Whether the step opens a dialog, which is looked at while it is open and closed then.
+    /// Whether the step opens a dialog, or a question with an answer, which is looked at while it is open and
+    /// ended then.
     bool in_dialog = false;
+    /// Fills in each dialog that the step leads to, which is accepted then; without, a dialog is closed.
+    void (*fill_in)(TourStage& stage, QDialog& dialog) = nullptr;
 };
 
 /// In their order.

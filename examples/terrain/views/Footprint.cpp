@@ -58,11 +58,20 @@ std::optional<QTransform> ground_of_map(const Raster& raster, const Footprint& f
     if (!ground.isInvertible()) {
         return {};
     }
+    return map_of_cells(QSize(raster.columns, raster.rows), footprint) * ground;
+}
+
+QTransform map_of_cells(const QSize& cells, const Footprint& footprint)
+{
     const bool west = footprint.columns_run_west;
     const bool north = footprint.rows_run_north;
-    const QTransform cells(
-        west ? -1 : 1, 0, 0, north ? -1 : 1, west ? raster.columns : 0, north ? raster.rows : 0);
-    return cells * ground;
+    return QTransform(
+        west ? -1 : 1, 0, 0, north ? -1 : 1, west ? cells.width() : 0, north ? cells.height() : 0);
+}
+
+QRect on_map(const QRect& cells, const QSize& size, const Footprint& footprint)
+{
+    return map_of_cells(size, footprint).mapRect(cells);
 }
 
 } // namespace terrain

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QRect>
 #include <QtGui/QTransform>
 
 #include <optional>
@@ -24,5 +25,11 @@ struct Footprint
 /// From a map's columns and rows, counted from its upper left corner, to the coordinates of the raster's
 /// reference system; nothing if the raster does not say where it lies.
 std::optional<QTransform> ground_of_map(const Raster& raster, const Footprint& footprint);
+
+/// Between columns and rows as a map counts them, from its upper left corner, and as the raster stores them;
+/// the same both ways.
+QTransform map_of_cells(const QSize& cells, const Footprint& footprint);
+/// The same for whole cells.
+QRect on_map(const QRect& cells, const QSize& size, const Footprint& footprint);
 
 } // namespace terrain

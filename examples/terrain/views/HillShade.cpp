@@ -2,7 +2,13 @@
 
 #include "views/Footprint.h"
 
+#include <QtGui/QPainter>
+
 #include <algorithm>
+#include <limits>
+#include <optional>
+#include <tuple>
+#include <utility>
 
 namespace terrain {
 
@@ -15,6 +21,32 @@ int divided_up(int number, int divisor)
     return number == 0 ? 0 : (number - 1) / divisor + 1;
 }
 
+/// Lowest and highest height; nothing if there is none.
+std::optional<std::pair<double, double>> range_of(const std::vector<double>& cells)
+{
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = -lowest;
+    for (const double cell : cells) { // comparisons with no_data are false
+        lowest = cell < lowest ? cell : lowest;
+        highest = cell > highest ? cell : highest;
+    }
+    return lowest <= highest ? std::make_optional(std::make_pair(lowest, highest)) : std::nullopt;
+}
+
+/// Some of the heights of a picture, and nothing else of a raster.
+Raster part_of(const Raster& heights, const QRect& pixels)
+{
+    Raster part;
+    part.columns = pixels.width();
+    part.rows = pixels.height();
+    for (int row = pixels.top(); row <= pixels.bottom(); ++row) {
+        const auto first
+            = heights.cells.begin() + static_cast<std::ptrdiff_t>(heights.index(pixels.left(), row));
+        part.cells.insert(part.cells.end(), first, first + pixels.width());
+    }
+    return part;
+}
+
 } // namespace
 
 HillShade::HillShade(const Raster& raster, const Footprint& footprint, Sampling sampling, const Look& look)
@@ -23,12 +55,9 @@ HillShade::HillShade(const Raster& raster, const Footprint& footprint, Sampling 
     , m_cells(raster.columns, raster.rows)
     , m_look(look)
 {
-    for (const double cell : raster.cells) {
-        if (!is_no_data(cell)) {
-            m_shading.lowest = m_has_heights ? std::min(m_shading.lowest, cell) : cell;
-            m_shading.highest = m_has_heights ? std::max(m_shading.highest, cell) : cell;
-            m_has_heights = true;
-        }
+    if (const auto range = range_of(raster.cells)) {
+        std::tie(m_shading.lowest, m_shading.highest) = *range;
+        m_has_heights = true;
     }
     if (raster.cells.empty()) {
         return;
@@ -38,6 +67,28 @@ HillShade::HillShade(const Raster& raster, const Footprint& footprint, Sampling 
     m_heights = sampler.heights(QRect(QPoint(0, 0), size_in_detail(m_cells_per_pixel)));
     m_shading.exaggeration = exaggeration(m_heights, m_shading, pixel_size(m_cells_per_pixel));
     paint();
+}
+
+bool HillShade::refresh(const Raster& raster, const QRect& cells)
+{
+    const auto range = range_of(raster.cells);
+    const auto shown = std::make_pair(m_shading.lowest, m_shading.highest);
+    if (!m_has_heights || range != shown || m_cells != QSize(raster.columns, raster.rows)) {
+        *this = HillShade(raster, m_footprint, m_sampling, m_look);
+        return false;
+    }
+    const QRect places = on_map(cells);
+    const QRect pixels(QPoint(places.left() / m_cells_per_pixel, places.top() / m_cells_per_pixel),
+        QPoint(places.right() / m_cells_per_pixel, places.bottom() / m_cells_per_pixel));
+    const Raster part = HeightSampler(raster, m_footprint, m_cells_per_pixel, m_sampling).heights(pixels);
+    for (int row = 0; row < part.rows; ++row) {
+        const auto first = part.cells.begin() + static_cast<std::ptrdiff_t>(part.index(0, row));
+        std::copy(first, first + part.columns,
+            m_heights.cells.begin()
+                + static_cast<std::ptrdiff_t>(m_heights.index(pixels.left(), pixels.top() + row)));
+    }
+    paint_part(pixels);
+    return true;
 }
 
 void HillShade::show(const Look& look)
@@ -59,6 +110,29 @@ void HillShade::paint()
     m_picture = painted(m_heights, m_shading, m_look.relief ? m_light : s_even_light, m_look.colours);
 }
 
+/// Paints pixels whose heights have changed, and those beside, on which the light is another one.
+void HillShade::paint_part(const QRect& pixels)
+{
+    const QRect all(QPoint(0, 0), m_picture.size());
+    const QRect lit = pixels.adjusted(-1, -1, 1, 1) & all;
+    const QRect around = lit.adjusted(-1, -1, 1, 1) & all;
+    const Raster heights = part_of(m_heights, around);
+    std::vector<unsigned char> light;
+    if (!m_light.empty()) {
+        light = light_on(heights, m_shading, pixel_size(m_cells_per_pixel));
+        for (int row = lit.top(); row <= lit.bottom(); ++row) {
+            const auto first = light.begin()
+                + static_cast<std::ptrdiff_t>(heights.index(lit.left() - around.left(), row - around.top()));
+            std::copy(first, first + lit.width(),
+                m_light.begin() + static_cast<std::ptrdiff_t>(m_heights.index(lit.left(), row)));
+        }
+    }
+    const QImage part = painted(heights, m_shading, m_look.relief ? light : s_even_light, m_look.colours);
+    QPainter painter(&m_picture);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(lit, part, lit.translated(-around.topLeft()));
+}
+
 QImage HillShade::detail(const Raster& raster, int cells_per_pixel, const QRect& pixels) const
 {
     const QRect map(QPoint(0, 0), size_in_detail(cells_per_pixel));
@@ -75,6 +149,11 @@ QImage HillShade::detail(const Raster& raster, int cells_per_pixel, const QRect&
     const Raster heights = sampler.heights(around);
     const auto light = light_on(heights, m_shading, pixel_size(cells_per_pixel));
     return painted(heights, m_shading, light, m_look.colours).copy(inside.translated(-around.topLeft()));
+}
+
+QRect HillShade::on_map(const QRect& cells) const
+{
+    return terrain::on_map(cells, m_cells, m_footprint);
 }
 
 QSize HillShade::size_in_detail(int cells_per_pixel) const

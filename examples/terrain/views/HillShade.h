@@ -42,6 +42,15 @@ public:
     { }
     HillShade(const Raster& raster, const Footprint& footprint, Sampling sampling, const Look& look);
 
+    /**
+     * Shows that some cells have other heights, of a raster of the same shape. Paints only what changed and,
+     * if that is enough, keeps how the heights become colours and shades.
+     * @param cells columns and rows, as the raster stores them
+     * @return whether it was enough; if not, all of the picture is new
+     * @throws housekeeping::HousekeepingException if GDAL cannot shade
+     */
+    bool refresh(const Raster& raster, const QRect& cells);
+
     /// Paints the picture anew if it looks different. @throws housekeeping::HousekeepingException if GDAL
     /// cannot shade
     void show(const Look& look);
@@ -56,6 +65,9 @@ public:
     QImage detail(const Raster& raster, int cells_per_pixel, const QRect& pixels) const;
     /// The size of the whole picture in such detail.
     QSize size_in_detail(int cells_per_pixel) const;
+
+    /// Where cells, as the raster stores them, lie on the map.
+    QRect on_map(const QRect& cells) const;
 
     const QImage& picture() const { return m_picture; }
     /// How many cells, along a side, a pixel stands for. The last pixels may reach beyond the raster.
@@ -73,6 +85,7 @@ public:
 
 private:
     void paint();
+    void paint_part(const QRect& pixels);
     QSizeF pixel_size(int cells_per_pixel) const;
 
     Footprint m_footprint;

@@ -1,6 +1,7 @@
 #include "views/MapFurniture.h"
 
 #include "documents/RoundStep.h"
+#include "language/NumberText.h"
 
 #include <QtCore/QObject>
 #include <QtGui/QFontMetricsF>
@@ -28,13 +29,13 @@ const int s_rim_alpha = 60;
 
 QString length_text(double metres)
 {
-    return metres < 1000 ? QObject::tr("%1 m").arg(QString::number(metres))
-                         : QObject::tr("%1 km").arg(QString::number(metres / 1000));
+    return metres < 1000 ? QObject::tr("%1 m").arg(number_text(metres))
+                         : QObject::tr("%1 km").arg(number_text(metres / 1000));
 }
 
 QString height_text(double height)
 {
-    return QString::number(height, 'g', s_digits);
+    return number_text(height, 'g', s_digits);
 }
 
 QString tick_text(double number, double step)
@@ -42,8 +43,9 @@ QString tick_text(double number, double step)
     if (!(std::abs(number) < s_longest_number) || !(step >= s_finest_step)) {
         return height_text(number);
     }
-    const QString text = QString::number(number, 'f', decimals_of(step));
-    return text.toDouble() == 0 ? QString::number(0) : text; // not "-0.0"
+    const int decimals = decimals_of(step);
+    const bool is_zero = QString::number(number, 'f', decimals).toDouble() == 0;
+    return is_zero ? number_text(0) : number_text(number, 'f', decimals); // not "-0.0"
 }
 
 bool has_room_for_furniture(const QRectF& area)

@@ -7,6 +7,7 @@ struct MapLayers
 {
     bool colours = true; ///< for heights; without them the map is grey
     bool relief = true; ///< the shading by a light in the north-west
+    bool triangulation = true; ///< its edges, if there is one
     bool contours = false;
     double contour_interval = 0; ///< in the document's units; 0 for one that suits the heights
     bool legend = true;
@@ -15,7 +16,8 @@ struct MapLayers
 
 inline bool operator==(const MapLayers& one, const MapLayers& other)
 {
-    return one.colours == other.colours && one.relief == other.relief && one.contours == other.contours
+    return one.colours == other.colours && one.relief == other.relief
+        && one.triangulation == other.triangulation && one.contours == other.contours
         && one.contour_interval == other.contour_interval && one.legend == other.legend
         && one.scale_bar == other.scale_bar;
 }

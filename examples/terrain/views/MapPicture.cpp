@@ -1,5 +1,8 @@
 #include "views/MapPicture.h"
 
+#include "views/MapFurniture.h"
+
+#include <QtCore/QStringList>
 #include <QtGui/QPainter>
 
 #include <algorithm>
@@ -45,6 +48,16 @@ void MapPicture::refresh(const Raster& raster, const Footprint& footprint, Sampl
     m_tiles.clear();
 }
 
+void MapPicture::refresh(const Raster& raster, const QRect& cells)
+{
+    if (m_shade.refresh(raster, cells)) {
+        m_tiles.forget(m_shade.on_map(cells));
+    } else {
+        m_tiles.clear();
+    }
+    m_contours.clear();
+}
+
 void MapPicture::show(const MapLayers& layers)
 {
     if (layers.colours != m_layers.colours || layers.relief != m_layers.relief) {
@@ -52,6 +65,37 @@ void MapPicture::show(const MapLayers& layers)
         m_tiles.clear();
     }
     m_layers = layers;
+}
+
+void MapPicture::show(const boost::shared_ptr<const Mesh>& sp_mesh, const QTransform& to_map)
+{
+    m_triangulation.show(sp_mesh, to_map);
+}
+
+void MapPicture::draw_furniture(QPainter& painter, const QRectF& area, const QPalette& palette,
+    const QString& unit, double metres_per_pixel) const
+{
+    if (m_layers.legend && m_shade.has_heights()) {
+        draw_legend(painter, area, palette, legend(unit));
+    }
+    if (m_layers.scale_bar) {
+        draw_scale_bar(painter, area, palette, metres_per_pixel);
+    }
+    draw_note(painter, area, palette, problems());
+}
+
+/// Why layers that were asked for are not there, a line for each.
+QString MapPicture::problems() const
+{
+    QStringList problems;
+    if (m_layers.contours) {
+        problems.append(m_contours.problem());
+    }
+    if (m_layers.triangulation) {
+        problems.append(m_triangulation.problem());
+    }
+    problems.removeAll(QString());
+    return problems.join('\n');
 }
 
 MapLegend MapPicture::legend(const QString& unit) const
@@ -81,6 +125,9 @@ bool MapPicture::draw(
     const int step = cells_per_pixel(pixels);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, is_smooth(pixels, step, blurs));
     const bool is_complete = draw_relief(painter, to_widget, visible, step, p_raster);
+    if (m_layers.triangulation) {
+        m_triangulation.draw(painter, to_widget, visible);
+    }
     if (m_layers.contours) {
         m_contours.make(m_shade, m_layers.contour_interval);
         m_contours.draw(painter, to_widget, visible);

@@ -4,6 +4,7 @@
 
 #include <QtGui/QPainter>
 
+#include <algorithm>
 #include <memory>
 
 namespace terrain {
@@ -20,8 +21,24 @@ void draw_whole(QPainter& painter, const QRect& target, const QPoint& place, int
 
 } // namespace
 
+void MapTiles::forget(const QRect& cells)
+{
+    for (const Key& key : m_tiles.keys()) {
+        const QRect shown(
+            key.column * side * key.step, key.row * side * key.step, side * key.step, side * key.step);
+        if (shown.adjusted(-key.step, -key.step, key.step, key.step).intersects(cells)) {
+            m_tiles.remove(key);
+        }
+    }
+}
+
 MapTiles::Part MapTiles::part(const QRect& pixels, int step, const Source& source)
 {
+    // Were fewer kept than are seen at once, the first would have gone when the last is made, for ever.
+    const int columns = pixels.right() / side - pixels.left() / side + 1;
+    const int rows = pixels.bottom() / side - pixels.top() / side + 1;
+    m_tiles.setMaxCost(std::max(most_kept, columns * rows));
+
     Part part{QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied), true};
     part.picture.fill(Qt::transparent);
     QPainter painter(&part.picture);

@@ -13,13 +13,14 @@ class HillShade;
 /**
  * The parts of a large raster's map in more detail than its picture has, made where they are looked at:
  * tiles, each for a square of the map, with some number of cells for a pixel. They have the colours and the
- * light of the whole picture. The ones that were looked at last are kept. Main thread.
+ * light of the whole picture. The ones that were looked at last are kept, at least those of a part that is
+ * seen at once. Main thread.
  */
 class MapTiles
 {
 public:
     static constexpr int side = 256; ///< pixels
-    static constexpr int most_kept = 256; ///< tiles
+    static constexpr int most_kept = 256; ///< tiles, unless one part has more
 
     /// What a part of a map is made from.
     struct Source
@@ -38,6 +39,9 @@ public:
 
     /// Forgets all tiles; the cells or the look are not as they were.
     void clear() { m_tiles.clear(); }
+
+    /// Forgets the tiles on which some cells are seen, or their light. @param cells of the map
+    void forget(const QRect& cells);
 
     /// @param pixels the part, at this step, inside of the map @param step how many cells, along a side, a
     /// pixel stands for

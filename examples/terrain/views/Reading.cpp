@@ -1,6 +1,7 @@
 #include "views/Reading.h"
 
 #include "documents/Raster.h"
+#include "language/NumberText.h"
 #include "views/Footprint.h"
 #include "views/MapFurniture.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 QString number(double value, bool angular)
 {
-    return QString::number(value, 'f', angular ? 5 : 1);
+    return number_text(value, 'f', angular ? 5 : 1);
 }
 
 } // namespace

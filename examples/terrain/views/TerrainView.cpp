@@ -2,10 +2,10 @@
 
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
+#include "language/UnitText.h"
 #include "preferences/PreferencesChanged.h"
 #include "views/MapFurniture.h"
-#include "views/MapLegend.h"
-#include "views/MapMouse.h"
+#include "views/MapTool.h"
 
 #include <tarqa/housekeeping/ApplicationManager.h>
 #include <tarqa/housekeeping/DataSource.h>
@@ -29,7 +29,6 @@ const double s_pan_part = 0.15; ///< of the widget that a key moves the map by
 const double s_largest_scale = 64; ///< pixels for a cell, or if this is more ...
 const double s_largest_part = 8; ///< ... this multiple of the scale at which the raster is shown whole
 const double s_smallest_part = 0.25; ///< of the scale at which the raster is shown whole
-const int s_glide_time = 180; ///< milliseconds
 
 const housekeeping::ApplicationManager& preferences()
 {
@@ -46,23 +45,27 @@ Sampling sampling()
 TerrainView::TerrainView(const housekeeping::DocumentId& document, QWidget* p_parent)
     : QWidget(p_parent)
     , m_document(document)
+    , m_watch(
+          document, [this](const CellChanges& changes) { refresh(changes); },
+          [this](const QString& problem) {
+              m_problem = problem;
+              map_moved();
+          })
     , m_footprint(TerrainModel::of(document).raster())
     , m_picture(TerrainModel::of(document).raster(), m_footprint, sampling(), m_layers)
+    , m_glide([this] { update(); })
     , m_hq_downsample(preferences().hqDownsample())
 {
     const TerrainDocument& shown = *terrain_document();
     take_place(shown.terrain().raster());
-    m_unit = shown.datasource() ? shown.datasource()->z_units_string() : QString();
+    show_mesh(shown.terrain());
+    m_unit = height_unit_text(shown.datasource());
+    setLayoutDirection(Qt::LeftToRight); // in every language: west is left
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(120, 90);
-    setCursor(Qt::OpenHandCursor);
+    show_cursor();
     setAccessibleName(tr("Map"));
-    m_glide.setStartValue(0.0);
-    m_glide.setEndValue(1.0);
-    m_glide.setDuration(s_glide_time);
-    m_glide.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this] { update(); });
     housekeeping::ApplicationMessage::subscribe(this, Qt::AutoConnection);
     show_whole();
 }
@@ -76,8 +79,33 @@ void TerrainView::refresh()
     const Raster& raster = p_document->terrain().raster();
     m_picture.refresh(raster, Footprint(raster), sampling());
     m_hq_downsample = preferences().hqDownsample();
+    m_problem.clear();
     follow_raster(raster);
+    show_mesh(p_document->terrain());
     map_moved();
+}
+
+void TerrainView::refresh(const CellChanges& changes)
+{
+    const TerrainDocument* const p_document = terrain_document();
+    if (changes.reshaped || !m_problem.isEmpty()) {
+        refresh(); // the last change may not have been drawn, or only in parts
+        return;
+    }
+    if (p_document && !changes.cells.isEmpty()) {
+        m_picture.refresh(p_document->terrain().raster(), changes.cells);
+        map_moved();
+    }
+    if (p_document && changes.mesh) {
+        show_mesh(p_document->terrain());
+        update();
+    }
+}
+
+void TerrainView::show_mesh(const TerrainModel& terrain)
+{
+    const QSize size(terrain.raster().columns, terrain.raster().rows);
+    m_picture.show(terrain.mesh(), map_of_cells(size, m_footprint));
 }
 
 void TerrainView::set_layers(const MapLayers& layers)
@@ -89,6 +117,45 @@ void TerrainView::set_layers(const MapLayers& layers)
     m_layers = layers;
     update();
     emit layers_changed(m_layers);
+}
+
+void TerrainView::show_profile_line(const std::optional<ProfileLine>& line)
+{
+    if (!(line == m_profile_line)) {
+        m_profile_line = line;
+        update();
+    }
+}
+
+void TerrainView::set_tool(MapTool* p_tool)
+{
+    if (m_p_tool) {
+        m_p_tool->leave(*this);
+    }
+    m_p_tool = p_tool;
+    if (p_tool) {
+        p_tool->enter(*this);
+    }
+    show_cursor();
+    update();
+}
+
+MapTool* TerrainView::tool() const
+{
+    return m_p_tool;
+}
+
+void TerrainView::show_cursor()
+{
+    const QCursor hand = m_drag.is_under_way() ? Qt::ClosedHandCursor : Qt::OpenHandCursor;
+    setCursor(m_p_tool && !m_drag.is_under_way() ? m_p_tool->cursor() : hand);
+}
+
+std::optional<int> TerrainView::place_on_profile(const QPointF& point) const
+{
+    return m_profile_line
+        ? place_on_line(*m_profile_line, {m_cells.toSize(), m_footprint, to_widget(m_camera)}, point)
+        : std::nullopt;
 }
 
 const TerrainDocument* TerrainView::terrain_document() const
@@ -145,33 +212,17 @@ void TerrainView::follow_raster(const Raster& raster)
     keep_map_in_sight();
 }
 
-QPointF TerrainView::pixels_per_cell(const Camera& camera) const
+/// From columns and rows of the map to pixels.
+QTransform TerrainView::to_widget(const Camera& camera) const
 {
-    return {camera.scale * m_footprint.cell_width / m_footprint.cell_height, camera.scale};
-}
-
-QPointF TerrainView::map_position(const QPointF& point, const Camera& camera) const
-{
-    const QPointF pixels = pixels_per_cell(camera);
-    return {camera.centre.x() + (point.x() - width() / 2.0) / pixels.x(),
-        camera.centre.y() + (point.y() - height() / 2.0) / pixels.y()};
-}
-
-QPointF TerrainView::widget_position(const QPointF& map_position, const Camera& camera) const
-{
-    const QPointF pixels = pixels_per_cell(camera);
-    return {width() / 2.0 + (map_position.x() - camera.centre.x()) * pixels.x(),
-        height() / 2.0 + (map_position.y() - camera.centre.y()) * pixels.y()};
+    const double across = camera.scale * m_footprint.cell_width / m_footprint.cell_height;
+    return QTransform(across, 0, 0, camera.scale, width() / 2.0 - camera.centre.x() * across,
+        height() / 2.0 - camera.centre.y() * camera.scale);
 }
 
 QPointF TerrainView::map_position(const QPointF& point) const
 {
-    return map_position(point, m_camera);
-}
-
-QPointF TerrainView::widget_position(const QPointF& map_position) const
-{
-    return widget_position(map_position, m_camera);
+    return to_widget(m_camera).inverted().map(point);
 }
 
 double TerrainView::fitting_scale() const
@@ -220,9 +271,9 @@ void TerrainView::change_scale(double factor, const QPointF& fixed)
 
 void TerrainView::move_by(const QPointF& by)
 {
-    const QPointF pixels = pixels_per_cell(m_camera);
+    const QTransform pixels = to_widget(m_camera);
     m_fits = false;
-    m_camera.centre -= QPointF(by.x() / pixels.x(), by.y() / pixels.y());
+    m_camera.centre -= QPointF(by.x() / pixels.m11(), by.y() / pixels.m22());
     keep_map_in_sight();
     map_moved();
 }
@@ -254,24 +305,9 @@ void TerrainView::zoom_out()
     glide([this] { change_scale(1 / s_zoom_step, QRectF(rect()).center()); });
 }
 
-void TerrainView::pan_left()
+void TerrainView::look(double across, double down)
 {
-    glide([this] { move_by({width() * s_pan_part, 0}); });
-}
-
-void TerrainView::pan_right()
-{
-    glide([this] { move_by({-width() * s_pan_part, 0}); });
-}
-
-void TerrainView::pan_up()
-{
-    glide([this] { move_by({0, height() * s_pan_part}); });
-}
-
-void TerrainView::pan_down()
-{
-    glide([this] { move_by({0, -height() * s_pan_part}); });
+    glide([=] { move_by({-across * s_pan_part * width(), -down * s_pan_part * height()}); });
 }
 
 void TerrainView::map_moved()
@@ -287,24 +323,13 @@ void TerrainView::map_moved()
 template <class Change>
 void TerrainView::glide(Change change)
 {
-    const Camera left = drawn_camera();
+    const Camera left = m_glide.now(m_camera);
     m_glide.stop();
     change();
     const bool moved = left.scale != m_camera.scale || left.centre != m_camera.centre;
     if (moved && isVisible() && preferences().animateCameraJumps()) {
-        m_left = left;
-        m_glide.start();
+        m_glide.start_from(left);
     }
-}
-
-bool TerrainView::is_gliding() const
-{
-    return m_glide.state() == QAbstractAnimation::Running;
-}
-
-Camera TerrainView::drawn_camera() const
-{
-    return is_gliding() ? between(m_left, m_camera, m_glide.currentValue().toDouble()) : m_camera;
 }
 
 /// Leaves the map where it is drawn.
@@ -313,7 +338,7 @@ void TerrainView::stop_gliding()
     if (!is_gliding()) {
         return;
     }
-    const Camera drawn = drawn_camera();
+    const Camera drawn = m_glide.now(m_camera);
     m_glide.stop();
     m_fits = false;
     m_camera.centre = drawn.centre;
@@ -339,22 +364,19 @@ QString TerrainView::reading_text(const QPointF& point) const
 
 // --- events
 
-QSize TerrainView::sizeHint() const
-{
-    return {900, 680};
-}
-
 QColor TerrainView::background() const
 {
     const QColor colour = preferences().viewBackgroundColour();
     return colour.isValid() ? colour : palette().color(QPalette::Base); // before the preferences were read
 }
 
-/// The raster, unless the document has gone, or a command may change the cells in another thread.
+/// The raster, unless the document has gone, a command may change the cells in another thread, or the picture
+/// is none of these cells.
 const Raster* TerrainView::readable_raster() const
 {
     const TerrainDocument* const p_document = terrain_document();
-    return p_document && !housekeeping::DocumentManager::const_instance().document_busy(m_document)
+    return p_document && m_problem.isEmpty()
+            && !housekeeping::DocumentManager::const_instance().document_busy(m_document)
         ? &p_document->terrain().raster()
         : nullptr;
 }
@@ -363,30 +385,22 @@ void TerrainView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), background());
-    const Camera camera = drawn_camera();
-    const QPointF pixels = pixels_per_cell(camera);
-    const QPointF corner = widget_position(QPointF(0, 0), camera);
-    const QTransform to_widget(pixels.x(), 0, 0, pixels.y(), corner.x(), corner.y());
+    const Camera camera = m_glide.now(m_camera);
+    const QTransform map = to_widget(camera);
     // While it glides, it must not wait for details.
     const Raster* const p_raster = is_gliding() ? nullptr : readable_raster();
-    if (!m_picture.draw(painter, to_widget, rect(), p_raster, preferences().hqDownsample())) {
+    if (!m_picture.draw(painter, map, rect(), p_raster, preferences().hqDownsample())) {
         update();
     }
-    draw_furniture(painter, camera);
-}
-
-void TerrainView::draw_furniture(QPainter& painter, const Camera& camera) const
-{
-    if (m_layers.legend && m_picture.shade().has_heights()) {
-        draw_legend(painter, rect(), palette(), m_picture.legend(m_unit));
+    if (m_profile_line) {
+        draw_profile_line(painter, *m_profile_line, {m_cells.toSize(), m_footprint, map}, rect());
     }
-    if (m_layers.scale_bar) {
-        draw_scale_bar(
-            painter, rect(), palette(), m_footprint.in_metres ? m_footprint.cell_height / camera.scale : 0);
+    if (m_p_tool) {
+        m_p_tool->draw(painter, widget_of_cells());
     }
-    if (m_layers.contours) {
-        draw_note(painter, rect(), palette(), m_picture.contours().problem());
-    }
+    const double metres_per_pixel = m_footprint.in_metres ? m_footprint.cell_height / camera.scale : 0;
+    m_picture.draw_furniture(painter, rect(), palette(), m_unit, metres_per_pixel);
+    draw_note(painter, rect(), palette(), m_problem);
 }
 
 void TerrainView::resizeEvent(QResizeEvent*)
@@ -410,23 +424,19 @@ void TerrainView::wheelEvent(QWheelEvent* p_event)
 
 void TerrainView::mousePressEvent(QMouseEvent* p_event)
 {
-    if (m_drag || !moves_map(preferences().mouseMode(), p_event->button(), p_event->modifiers())) {
+    if (!m_drag.begin(*p_event, m_p_tool != nullptr)) {
         QWidget::mousePressEvent(p_event);
         return;
     }
     stop_gliding();
-    m_drag = p_event->localPos();
-    m_drag_button = p_event->button();
-    setCursor(Qt::ClosedHandCursor);
+    show_cursor();
 }
 
 void TerrainView::mouseMoveEvent(QMouseEvent* p_event)
 {
     m_pointer = p_event->localPos();
-    if (m_drag) {
-        const QPointF by = *m_pointer - *m_drag;
-        m_drag = m_pointer;
-        pan(by);
+    if (m_drag.is_under_way()) {
+        pan(m_drag.move(*p_event));
     } else {
         emit reading_changed(reading_text(*m_pointer));
     }
@@ -434,10 +444,8 @@ void TerrainView::mouseMoveEvent(QMouseEvent* p_event)
 
 void TerrainView::mouseReleaseEvent(QMouseEvent* p_event)
 {
-    if (m_drag && p_event->button() == m_drag_button) {
-        m_drag.reset();
-        setCursor(Qt::OpenHandCursor);
-    }
+    m_drag.end(*p_event);
+    show_cursor();
 }
 
 void TerrainView::leaveEvent(QEvent*)

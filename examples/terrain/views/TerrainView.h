@@ -2,15 +2,19 @@
 
 #include "views/Camera.h"
 #include "views/Footprint.h"
+#include "views/Glide.h"
 #include "views/MapLayers.h"
+#include "views/MapMouse.h"
 #include "views/MapPicture.h"
+#include "views/ProfileLine.h"
 #include "views/Reading.h"
+#include "views/TerrainWatch.h"
 
 #include <tarqa/housekeeping/ApplicationMessage.h>
 #include <tarqa/housekeeping/DocumentId.h>
 
 #include <QtCore/QPointF>
-#include <QtCore/QVariantAnimation>
+#include <QtCore/QPointer>
 #include <QtGui/QTransform>
 #include <QtWidgets/QWidget>
 
@@ -20,7 +24,9 @@ namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
 
+class MapTool;
 class TerrainDocument;
+class TerrainModel;
 
 /**
  * A map of one document's raster, with contour lines, a scale bar and a legend, as its layers say. The wheel
@@ -31,7 +37,9 @@ class TerrainDocument;
  * moment. Everything that is asked about the map is answered for its new place from the beginning; whoever
  * takes hold of the map meanwhile with the mouse, zoom() or pan() has it stop where it is.
  *
- * It draws a picture that was made from the cells; refresh() makes it anew. It may outlive its document, and
+ * It draws a picture that was made from the cells, and follows their changes as the terrain controller tells
+ * them, which must exist; refresh() is for changes that it does not hear of. If a change cannot be drawn, the
+ * picture of before stays, with a note why, until the next change can. It may outlive its document, and
  * then shows the last picture, whose layers can still be changed. Main thread.
  */
 class TerrainView : public QWidget
@@ -49,7 +57,11 @@ public:
 
     /// Draws the document's cells as they are now. The map stays where it is on the ground, also if the
     /// raster has another extent or resolution than before. Not while a command runs.
+    /// @throws housekeeping::HousekeepingException if it cannot be drawn
     void refresh();
+
+    /// The same if only this has changed: what looks as before is not made anew.
+    void refresh(const CellChanges& changes);
 
     const MapLayers& layers() const { return m_layers; }
     /// Draws the map with other layers. @throws housekeeping::HousekeepingException if it cannot be drawn;
@@ -57,6 +69,20 @@ public:
     void set_layers(const MapLayers& layers);
     /// What the map shows of the cells.
     const MapPicture& picture() const { return m_picture; }
+    /// Why it shows older cells than the document's; empty if it does not.
+    const QString& problem() const { return m_problem; }
+
+    /// Shows where a profile runs; nothing to show none.
+    void show_profile_line(const std::optional<ProfileLine>& line);
+    const std::optional<ProfileLine>& profile_line() const { return m_profile_line; }
+    /// The place on that line, as ProfileLine::pointed, that is beside a point of the widget; nothing if no
+    /// line is near.
+    std::optional<int> place_on_profile(const QPointF& point) const;
+
+    /// Lets a tool have what the user does with mouse and keys on the map, before the map itself, which is
+    /// moved with the right and the middle button then; null for none. Not owned.
+    void set_tool(MapTool* p_tool);
+    MapTool* tool() const;
 
     /// How large the map is drawn, in pixels for the height of a cell.
     double scale() const { return m_camera.scale; }
@@ -69,7 +95,12 @@ public:
     /// the map.
     QPointF map_position(const QPointF& point) const;
     /// The inverse of map_position().
-    QPointF widget_position(const QPointF& map_position) const;
+    QPointF widget_position(const QPointF& on_map) const { return to_widget(m_camera).map(on_map); }
+    /// From columns and rows of cells, as the raster stores them, to the widget, as the map is drawn now.
+    QTransform widget_of_cells() const
+    {
+        return map_of_cells(m_cells.toSize(), m_footprint) * to_widget(m_glide.now(m_camera));
+    }
     /// The cell under a point of the widget; nothing outside of the raster, and nothing while a command may
     /// change the cells in another thread.
     std::optional<Reading> reading(const QPointF& point) const;
@@ -77,19 +108,19 @@ public:
     QString reading_text(const QPointF& point) const;
 
     /// Whether the map is still on its way.
-    bool is_gliding() const;
+    bool is_gliding() const { return m_glide.is_running(); }
 
-    QSize sizeHint() const override;
+    QSize sizeHint() const override { return {900, 680}; }
 
 public slots:
     /// Shows the whole raster, and goes on doing so when the widget changes its size.
     void fit();
     void zoom_in();
     void zoom_out();
-    void pan_left();
-    void pan_right();
-    void pan_up();
-    void pan_down();
+    void pan_left() { look(-1, 0); }
+    void pan_right() { look(1, 0); }
+    void pan_up() { look(0, -1); }
+    void pan_down() { look(0, 1); }
 
 signals:
     /// The pointer is over another place, or has left. @param text as reading_text()
@@ -114,45 +145,46 @@ protected:
 
 private:
     const TerrainDocument* terrain_document() const;
+    void show_mesh(const TerrainModel& terrain);
     void take_place(const Raster& raster);
     void follow_raster(const Raster& raster);
     QColor background() const;
 
-    QPointF pixels_per_cell(const Camera& camera) const;
-    QPointF map_position(const QPointF& point, const Camera& camera) const;
-    QPointF widget_position(const QPointF& map_position, const Camera& camera) const;
+    QTransform to_widget(const Camera& camera) const;
     double fitting_scale() const;
     void set_scale(double scale);
     void show_whole();
     void change_scale(double factor, const QPointF& fixed);
     void move_by(const QPointF& pixels);
+    void look(double across, double down);
     void keep_map_in_sight();
     void map_moved();
 
     /// Does @p change, which moves the camera, and lets the map glide there.
     template <class Change>
     void glide(Change change);
-    Camera drawn_camera() const;
     void stop_gliding();
 
     const Raster* readable_raster() const;
-    void draw_furniture(QPainter& painter, const Camera& camera) const;
+    void show_cursor();
 
     housekeeping::DocumentId m_document;
+    TerrainWatch m_watch;
     MapLayers m_layers;
     Footprint m_footprint;
     MapPicture m_picture;
     QSizeF m_cells; // columns and rows
     std::optional<QTransform> m_ground; // of the map, if it is known
     QString m_unit;
+    QString m_problem;
+    std::optional<ProfileLine> m_profile_line;
+    QPointer<MapTool> m_p_tool; // not owned
 
     Camera m_camera; // where the map is, or glides to
-    Camera m_left; // where it came from, while it glides
-    QVariantAnimation m_glide; // from 0 to 1, the part of the way
+    Glide m_glide;
     bool m_fits = true; // until the user zooms or moves
     bool m_hq_downsample = true; // as the picture was made
-    std::optional<QPointF> m_drag; // where the pointer was last, while it drags
-    Qt::MouseButton m_drag_button = Qt::NoButton; // that began it
+    MapDrag m_drag;
     std::optional<QPointF> m_pointer; // while it is over the map
 };
 

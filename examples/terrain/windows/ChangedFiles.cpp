@@ -1,6 +1,7 @@
 #include "windows/ChangedFiles.h"
 
 #include "documents/TerrainDocument.h"
+#include "windows/Icons.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
 
@@ -95,8 +96,8 @@ void ChangedFiles::make_bar()
     m_p_text = new QLabel;
     m_p_text->setTextFormat(Qt::PlainText);
     m_p_text->setContentsMargins(6, 0, 12, 0);
-    auto* const p_reload = new QPushButton(tr("Reload"));
-    auto* const p_keep = new QPushButton(tr("Keep Mine"));
+    auto* const p_reload = new QPushButton(icon("reload"), tr("Reload"));
+    auto* const p_keep = new QPushButton(icon("keep"), tr("Keep Mine"));
     connect(p_reload, &QPushButton::clicked, this, [this] {
         const housekeeping::DocumentId document = m_shown; // which changes when the document goes
         emit reload_asked(document);

@@ -7,7 +7,9 @@
 #include "panels/LayersPanel.h"
 #include "panels/QuickHelpPanel.h"
 #include "panels/StatisticsPanel.h"
+#include "scene/SceneView.h"
 #include "views/TerrainView.h"
+#include "windows/BrushBar.h"
 
 #include <tarqa/housekeeping/gui/HelpManager.h>
 #include <tarqa/housekeeping/gui/PreferencesDialog.h>
@@ -33,11 +35,13 @@ struct Place
 
 const Place s_places[] = {
     {TerrainView::staticMetaObject, Topic::Map},
+    {SceneView::staticMetaObject, Topic::Scene},
     {HomePanel::staticMetaObject, Topic::HomePanel},
     {QuickHelpPanel::staticMetaObject, Topic::QuickHelpPanel},
     {HistoryPanel::staticMetaObject, Topic::HistoryPanel},
     {StatisticsPanel::staticMetaObject, Topic::StatisticsPanel},
     {LayersPanel::staticMetaObject, Topic::LayersPanel},
+    {BrushBar::staticMetaObject, Topic::Brush},
     {gui::PreferencesDialog::staticMetaObject, Topic::Preferences},
 };
 

@@ -1,5 +1,7 @@
 #include "windows/CropDialog.h"
 
+#include "windows/Icons.h"
+
 #include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QPushButton>
 
@@ -25,7 +27,7 @@ CropDialog::CropDialog(const Raster& raster, QWidget* p_parent)
     , m_rows(raster.rows)
     , m_data(range_of_data(raster))
 {
-    auto* const p_button = new QPushButton(tr("Crop to &data"));
+    auto* const p_button = new QPushButton(icon("fit"), tr("Crop to &data"));
     p_button->setEnabled(m_data.has_value());
     add_button(p_button);
     connect(p_button, &QPushButton::clicked, this, [this] { range(*m_data); });

@@ -3,7 +3,6 @@
 #include "windows/Icons.h"
 
 #include <QtWidgets/QAction>
-#include <QtWidgets/QApplication>
 
 namespace terrain {
 
@@ -17,16 +16,29 @@ Deeds::Deeds(QObject* p_parent)
         p_action->setShortcutContext(
             binding.scope == Scope::Map ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
         p_action->setStatusTip(binding.description);
-        p_action->setIcon(icon_of(binding.deed, QApplication::palette()));
+        p_action->setIcon(icon(binding.icon));
+        p_action->setIconVisibleInMenu(!binding.checkable); // it would take the place of the tick
         m_actions[binding.deed] = p_action;
     }
     document_open(false);
+    scene_seen(false);
 }
 
 void Deeds::document_open(bool open)
 {
     for (const KeyBinding& binding : key_bindings()) {
-        action(binding.deed).setEnabled(open || binding.scope == Scope::Program);
+        if (binding.scope != Scope::Scene) {
+            action(binding.deed).setEnabled(open || binding.scope == Scope::Program);
+        }
+    }
+}
+
+void Deeds::scene_seen(bool seen) const
+{
+    for (const KeyBinding& binding : key_bindings()) {
+        if (binding.scope == Scope::Scene) {
+            action(binding.deed).setEnabled(seen);
+        }
     }
 }
 

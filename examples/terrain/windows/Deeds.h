@@ -21,6 +21,8 @@ public:
     QAction& action(Deed deed) const { return *m_actions.at(deed); }
     /// Enables or disables the deeds that need an open document.
     void document_open(bool open);
+    /// The same with those that need a view in three dimensions.
+    void scene_seen(bool seen) const;
 
 private:
     std::map<Deed, QAction*> m_actions; // children

@@ -157,7 +157,7 @@ void DocumentFiles::obey(const Deeds& deeds)
 }
 
 /// Does @p work. What goes wrong is shown in a box.
-template <class Work>
+template <typename Work> // lupdate takes "class Work" for the class that the texts belong to
 DocumentFiles::End DocumentFiles::attempt(const QString& title, Work work)
 {
     housekeeping::ErrorHandler& errors = housekeeping::ErrorHandler::instance();
@@ -202,12 +202,17 @@ DocumentFiles::End DocumentFiles::open_one(const QString& path, const housekeepi
 {
     bool is_wanted = false;
     const End end = attempt(tr("Open"), [&] {
+        std::optional<Reserved> reserved;
+        if (replaced != housekeeping::DocumentId::null()) {
+            reserved.emplace(replaced); // a stroke that waits must not begin in what goes
+        }
         std::optional<TerrainFile> file = read(path);
         if (!file) {
             return;
         }
         is_wanted = true;
-        if (replaced != housekeeping::DocumentId::null()) {
+        if (reserved) {
+            reserved.reset();
             documents().destroy_document(replaced, false, false, false, housekeeping::DocumentId::null());
         }
         TerrainDocument& document = open_terrain(std::move(*file));
@@ -281,9 +286,9 @@ bool DocumentFiles::write(const QString& title, const QString& path, double inte
     const std::string file = path.toStdString();
     const End end = attempt(title, [&] {
         const Reserved reserved(document.id());
-        const Raster& raster = document.terrain().raster();
+        const TerrainModel& terrain = document.terrain();
         m_p_work->run(tr("Writing %1").arg(name_of(path)),
-            [&](const FileProgress& progress) { export_raster(raster, file, interval, progress); });
+            [&](const FileProgress& progress) { export_terrain(terrain, file, interval, progress); });
     });
     if (end != End::Done) {
         return false;
@@ -296,7 +301,7 @@ bool DocumentFiles::write(const QString& title, const QString& path, double inte
     if (is_lossless(path)) {
         document.set_modified(false);
     }
-    if (export_format(file) != ExportFormat::Contours) {
+    if (holds_raster(file)) {
         m_recent.add(source_at(path, document));
     }
     return true;
@@ -329,7 +334,7 @@ bool DocumentFiles::ask_and_export()
     if (!current_document_is_free(tr("Export"))) {
         return false;
     }
-    const QString file = ask_for_export_file(m_p_window);
+    const QString file = ask_for_export_file(m_p_window, current_document().terrain().mesh() != nullptr);
     if (file.isEmpty()) {
         return false;
     }
@@ -394,6 +399,7 @@ bool DocumentFiles::save_to(const QString& path)
     const bool is_moved = !is_same_file(path, document.own_file());
     document.own_file(tidied(path).toStdString(), true);
     document.source_file(document.own_file(), file_stamp(document.own_file()));
+    document.source_format("GeoTIFF"); // the one format that holds all there is
     document.reduction(1); // all that its file holds
     if (const auto sp_source = is_moved ? source_at(path, document) : nullptr) {
         document.datasource(sp_source);

@@ -1,5 +1,7 @@
 #include "windows/FileProgressBar.h"
 
+#include "windows/Icons.h"
+
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QProgressBar>
@@ -22,6 +24,8 @@ FileProgressBar::FileProgressBar(QWidget* p_parent)
     m_p_bar->setRange(0, 100);
     m_p_bar->setFixedWidth(s_bar_width);
     m_p_bar->setAccessibleName(tr("Progress of the file"));
+    m_p_cancel->setIcon(icon("cancel"));
+    m_p_cancel->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_p_cancel->setAutoRaise(true);
     m_p_cancel->setToolTip(tr("Stop reading or writing the file (Esc)"));
     connect(m_p_cancel, &QToolButton::clicked, this, &FileProgressBar::cancel);

@@ -1,133 +1,142 @@
 #include "windows/Icons.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QThread>
+#include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
-#include <QtGui/QPainterPath>
 #include <QtGui/QPalette>
+#include <QtGui/QPixmapCache>
+#include <QtSvg/QSvgRenderer>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
+
+#include <algorithm>
 
 namespace terrain {
 
 namespace {
 
-const double s_grid = 24; ///< the drawings are made for a square of this size
-const double s_pen_width = 1.7;
+const char* const s_path = ":/tarq/Resources/icons/%1.svg";
 
-/// An open folder.
-void draw_open(QPainter& painter)
+QString path_of(const QString& name)
 {
-    QPainterPath back(QPointF(3, 19));
-    back.lineTo(3, 6);
-    back.lineTo(9, 6);
-    back.lineTo(11.5, 8.5);
-    back.lineTo(18, 8.5);
-    back.lineTo(18, 11.5);
-    painter.drawPath(back);
-    painter.drawPolygon(QPolygonF({{3, 19}, {6.5, 11.5}, {22, 11.5}, {18.5, 19}}));
+    return QString(s_path).arg(name);
 }
 
-/// A floppy disk.
-void draw_save(QPainter& painter)
+/// Whether an open menu has an entry with the icon of @p name under the pointer. Styles ask for its icon as
+/// for that of a button under the pointer, but draw it on the colour of what is selected.
+bool is_chosen_in_menu(const QString& name)
 {
-    painter.drawPolygon(QPolygonF({{4, 4}, {16.5, 4}, {20, 7.5}, {20, 20}, {4, 20}}));
-    painter.drawPolyline(QPolygonF({{8, 4}, {8, 9}, {15, 9}, {15, 4}}));
-    painter.drawPolyline(QPolygonF({{7, 20}, {7, 13.5}, {17, 13.5}, {17, 20}}));
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [&name](const QWidget* p_window) {
+        const auto* const p_menu = qobject_cast<const QMenu*>(p_window);
+        const QAction* const p_entry = p_menu && p_menu->isVisible() ? p_menu->activeAction() : nullptr;
+        return p_entry && p_entry->icon().name() == name;
+    });
 }
 
-/// An arrow that leaves a tray.
-void draw_export(QPainter& painter)
+/// As the palette has it now.
+QColor colour_of(const QString& name, QIcon::Mode mode)
 {
-    painter.drawLine(QPointF(12, 3.5), QPointF(12, 15));
-    painter.drawPolyline(QPolygonF({{7.5, 8}, {12, 3.5}, {16.5, 8}}));
-    painter.drawPolyline(QPolygonF({{4, 14}, {4, 20}, {20, 20}, {20, 14}}));
-}
-
-void draw_lens(QPainter& painter)
-{
-    painter.drawEllipse(QPointF(10.5, 10.5), 6.5, 6.5);
-    painter.drawLine(QPointF(15.3, 15.3), QPointF(20.5, 20.5));
-    painter.drawLine(QPointF(7.5, 10.5), QPointF(13.5, 10.5));
-}
-
-void draw_zoom_in(QPainter& painter)
-{
-    draw_lens(painter);
-    painter.drawLine(QPointF(10.5, 7.5), QPointF(10.5, 13.5));
-}
-
-/// A raster between four corners.
-void draw_fit(QPainter& painter)
-{
-    for (int i = 0; i < 4; ++i) {
-        painter.drawPolyline(QPolygonF({{3.5, 8}, {3.5, 3.5}, {8, 3.5}}));
-        painter.translate(s_grid / 2, s_grid / 2);
-        painter.rotate(90);
-        painter.translate(-s_grid / 2, -s_grid / 2);
+    const QPalette palette = QApplication::palette();
+    if (mode == QIcon::Disabled) {
+        return palette.color(QPalette::Disabled, QPalette::ButtonText);
     }
-    painter.drawRect(QRectF(8, 8, 8, 8));
+    const bool selected = mode == QIcon::Selected || (mode == QIcon::Active && is_chosen_in_menu(name));
+    return palette.color(QPalette::Active, selected ? QPalette::HighlightedText : QPalette::ButtonText);
 }
 
-void draw_help(QPainter& painter)
+/// Whether pixmaps may be made here and now.
+bool may_draw()
 {
-    painter.drawEllipse(QPointF(12, 12), 9, 9);
-    QPainterPath mark(QPointF(9.2, 9.6));
-    mark.cubicTo(9.2, 5.6, 15.2, 6, 15, 9.6);
-    mark.cubicTo(14.8, 11.6, 12, 11.6, 12, 14);
-    painter.drawPath(mark);
-    painter.drawPoint(QPointF(12, 17.2));
+    const QCoreApplication* const p_application = QCoreApplication::instance();
+    return qobject_cast<const QApplication*>(p_application)
+        && QThread::currentThread() == p_application->thread();
 }
 
-Drawing drawing_of(Deed deed)
+/// @param size in pixels of the screen
+QPixmap draw(const QString& name, const QSize& size, const QColor& colour)
 {
-    switch (deed) {
-    case Deed::Open:
-        return &draw_open;
-    case Deed::Save:
-        return &draw_save;
-    case Deed::Export:
-        return &draw_export;
-    case Deed::ZoomIn:
-        return &draw_zoom_in;
-    case Deed::ZoomOut:
-        return &draw_lens;
-    case Deed::Fit:
-        return &draw_fit;
-    case Deed::QuickHelp:
-        return &draw_help;
-    default:
-        return nullptr;
-    }
-}
-
-QPixmap drawn(Drawing drawing, int size, const QColor& colour)
-{
-    QPixmap pixmap(size, size);
+    QSvgRenderer drawing(path_of(name));
+    QPixmap pixmap(size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(size / s_grid, size / s_grid);
-    painter.setPen(QPen(colour, s_pen_width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    drawing(painter);
+    const double side = std::min(size.width(), size.height());
+    drawing.render(&painter, QRectF((size.width() - side) / 2, (size.height() - side) / 2, side, side));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn); // keeps the shape of what was black
+    painter.fillRect(pixmap.rect(), colour);
     return pixmap;
 }
 
+/// Draws a picture for each size, ratio and colour once.
+class IconEngine : public QIconEngine
+{
+public:
+    explicit IconEngine(const QString& name)
+        : m_name(name)
+    { }
+
+    QIconEngine* clone() const override { return new IconEngine(m_name); }
+    QString key() const override { return "terrain"; }
+    QString iconName() const override { return m_name; }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) const override
+    {
+        return {QSize(16, 16), QSize(24, 24), QSize(32, 32), QSize(48, 48)};
+    }
+
+    void paint(QPainter* p_painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        const double ratio = p_painter->device()->devicePixelRatioF();
+        p_painter->drawPixmap(rect, picture(rect.size() * ratio, mode, ratio));
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override
+    {
+        return picture(size, mode, 1);
+    }
+
+    void virtual_hook(int id, void* p_data) override
+    {
+        if (id != ScaledPixmapHook) { // which the base would answer with another call of pixmap()
+            QIconEngine::virtual_hook(id, p_data);
+            return;
+        }
+        auto& argument = *static_cast<ScaledPixmapArgument*>(p_data);
+        argument.pixmap = picture(argument.size, argument.mode, argument.scale);
+    }
+
+private:
+    /// @param size in pixels of the screen
+    QPixmap picture(const QSize& size, QIcon::Mode mode, double ratio) const
+    {
+        QPixmap pixmap;
+        if (size.isEmpty() || !may_draw()) {
+            return pixmap;
+        }
+        const QColor colour = colour_of(m_name, mode);
+        const QString cache_key = QString("terrain/%1/%2x%3/%4/%5")
+                                      .arg(m_name)
+                                      .arg(size.width())
+                                      .arg(size.height())
+                                      .arg(ratio)
+                                      .arg(colour.name(QColor::HexArgb));
+        if (!QPixmapCache::find(cache_key, &pixmap)) {
+            pixmap = draw(m_name, size, colour);
+            pixmap.setDevicePixelRatio(ratio);
+            QPixmapCache::insert(cache_key, pixmap);
+        }
+        return pixmap;
+    }
+
+    QString m_name;
+};
+
 } // namespace
 
-QIcon drawn_icon(Drawing drawing, const QPalette& palette)
+QIcon icon(const QString& name)
 {
-    QIcon icon;
-    if (!drawing) {
-        return icon;
-    }
-    for (const int size : {16, 24, 32, 48}) {
-        icon.addPixmap(drawn(drawing, size, palette.color(QPalette::Active, QPalette::ButtonText)));
-        icon.addPixmap(
-            drawn(drawing, size, palette.color(QPalette::Disabled, QPalette::ButtonText)), QIcon::Disabled);
-    }
-    return icon;
-}
-
-QIcon icon_of(Deed deed, const QPalette& palette)
-{
-    return drawn_icon(drawing_of(deed), palette);
+    return QFile::exists(path_of(name)) ? QIcon(new IconEngine(name)) : QIcon();
 }
 
 } // namespace terrain

@@ -1,21 +1,20 @@
 #pragma once
 
-#include "help/Bindings.h"
-
+#include <QtCore/QString>
 #include <QtGui/QIcon>
-
-class QPainter;
-class QPalette;
 
 namespace terrain {
 
-/// Draws a picture with lines, in a square of 24 by 24.
-typedef void (*Drawing)(QPainter& painter);
-
-/// The icon of a drawing, in the palette's text colours, for tool bars of all sizes; none for a null drawing.
-QIcon drawn_icon(Drawing drawing, const QPalette& palette);
-
-/// The picture of a deed, drawn in the palette's text colour; none for deeds that stand in no tool bar.
-QIcon icon_of(Deed deed, const QPalette& palette);
+/**
+ * The icon that is compiled in as `icons/NAME.svg`, for all sizes and all screens.
+ *
+ * It is drawn when somebody looks at it, in the colours that the program's palette has then: text of buttons;
+ * where it is disabled, the text of disabled ones; where it is selected, highlighted text. So it follows the
+ * palette by itself. A null icon if there is none of that name.
+ *
+ * Any thread may ask for one, keep it and copy it, also in a program without windows; it is drawn on the main
+ * thread of programs that have some, and nowhere else.
+ */
+QIcon icon(const QString& name);
 
 } // namespace terrain

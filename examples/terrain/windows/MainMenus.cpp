@@ -1,5 +1,6 @@
 #include "windows/MainMenus.h"
 
+#include "presentations/CommandsPresentation.h"
 #include "windows/Deeds.h"
 #include "windows/RecentMenu.h"
 
@@ -25,6 +26,13 @@ void add(gui::MainWindowMessage& message, const Deeds& deeds, const Groups& grou
             message.addAction(&deeds.action(deed));
         }
     }
+}
+
+/// The commands are in it, too.
+bool is_tools_menu(const gui::MainWindowMessage& message)
+{
+    return message.kind() == gui::MainWindowMessage::Menu && message.target()
+        && message.target() == CommandsPresentation::instance().menu();
 }
 
 } // namespace
@@ -55,13 +63,17 @@ void MainMenus::handle_message(housekeeping::gui::MainWindowMessage& message)
         }
     } else if (message.kind() == MainWindowMessage::ToolBar) {
         fill_tool_bar(message);
+    } else if (is_tools_menu(message)) {
+        add(message, m_deeds, {{Deed::ToolNavigate, Deed::ToolRaise, Deed::ToolLower, Deed::ToolFlatten}});
     } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_p_file) {
         fill_file_menu(message);
     } else if (message.kind() == MainWindowMessage::Menu && message.target() == m_p_view) {
         add(message, m_deeds,
             {{Deed::ZoomIn, Deed::ZoomOut, Deed::Fit},
                 {Deed::PanLeft, Deed::PanRight, Deed::PanUp, Deed::PanDown},
-                {Deed::ContourLines, Deed::Legend, Deed::ScaleBar},
+                {Deed::ViewMap, Deed::View3D, Deed::ViewBoth},
+                {Deed::Orbit, Deed::Fly, Deed::ExaggerateMore, Deed::ExaggerateLess},
+                {Deed::ContourLines, Deed::Triangulation, Deed::Legend, Deed::ScaleBar},
                 {Deed::PreviousDocument, Deed::NextDocument},
                 {Deed::QuickHelp, Deed::Statistics, Deed::Layers}});
     }
@@ -84,7 +96,9 @@ void MainMenus::fill_tool_bar(housekeeping::gui::MainWindowMessage& message) con
         message.addAction(sp_undo_redo->undo_tool_bar_action());
         message.addAction(sp_undo_redo->redo_tool_bar_action());
     }
-    add(message, m_deeds, {{Deed::ZoomIn, Deed::ZoomOut, Deed::Fit}});
+    add(message, m_deeds,
+        {{Deed::ZoomIn, Deed::ZoomOut, Deed::Fit}, {Deed::ViewMap, Deed::View3D, Deed::ViewBoth},
+            {Deed::ToolNavigate, Deed::ToolRaise, Deed::ToolLower, Deed::ToolFlatten}});
     message.addSeparator();
 }
 

@@ -8,7 +8,9 @@
 #include "panels/PanelTabBar.h"
 #include "panels/QuickHelpPanel.h"
 #include "panels/StatisticsPanel.h"
+#include "scene/SceneView.h"
 #include "views/TerrainView.h"
+#include "windows/BrushBar.h"
 #include "windows/Closing.h"
 #include "windows/ContextHelp.h"
 #include "windows/Deeds.h"
@@ -16,8 +18,10 @@
 #include "windows/DocumentFiles.h"
 #include "windows/DocumentViews.h"
 #include "windows/DroppedFiles.h"
+#include "windows/LibraryEntries.h"
 #include "windows/MainMenus.h"
 #include "windows/MapStatus.h"
+#include "windows/MapTools.h"
 #include "windows/RecentMenu.h"
 #include "windows/StartPage.h"
 
@@ -108,6 +112,8 @@ MainWindow::MainWindow()
     readSettings();
     connect(this, &MainWindow::dropped, this, &ask_to_insert);
     connect(m_p_files, &DocumentFiles::written, this, &MainWindow::show_written);
+    connect(m_p_views, &DocumentViews::scene_made, this,
+        [this](const SceneView& scene) { add_edit_actions(*scene.focusProxy()); });
     connect(m_p_recent, &RecentMenu::chosen, m_p_files, QOverload<const QString&>::of(&DocumentFiles::open));
     connect(&m_p_views->start_page(), &StartPage::chosen, m_p_files,
         QOverload<const QString&>::of(&DocumentFiles::open));
@@ -164,6 +170,7 @@ void MainWindow::build_menus()
     collect(gui::MainWindowMessage::MenuBar, menuBar(), this);
     make_tool_bar();
     collect(gui::MainWindowMessage::EditActions, nullptr, this);
+    give_icons_to_library_entries(*this);
     for (QWidget* const p_panel : m_p_panels->all()) {
         p_panel->addActions(ContextHelp::key_actions(*this)); // for when it floats
     }
@@ -177,9 +184,7 @@ void MainWindow::make_tool_bar()
     m_p_tool_bar->setIconSize(QSize(24, 24));
     collect(gui::MainWindowMessage::ToolBar, m_p_tool_bar, this);
     m_p_tool_bar->addWidget(m_p_document_box);
-    auto* const p_spring = new QWidget;
-    p_spring->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_p_tool_bar->addWidget(p_spring);
+    m_p_tool_bar->addWidget(&m_p_views->tools().bar()); // takes the room that is left
     m_p_tool_bar->addAction(&action(Deed::QuickHelp));
     if (const auto sp_undo_redo = gui::UndoRedoPresentation::instance()) {
         // A click undoes; the lists drop down from the arrows beside.
@@ -356,9 +361,8 @@ void MainWindow::show_title(const housekeeping::DocumentId& current)
 }
 
 /// The marks of busy documents nest, so this comes once, however many commands were undone.
-void MainWindow::show_changes(const housekeeping::DocumentId& document)
+void MainWindow::show_changes()
 {
-    m_p_views->refresh(document);
     history().refresh(); // the descriptions tell now what came out
     show_title(documents().current_document_id());
 }
@@ -376,7 +380,7 @@ void MainWindow::handle_message(housekeeping::DocumentMessage& message)
         show_current_document(message.id());
         break;
     case DocumentMessage::Idle:
-        show_changes(message.id());
+        show_changes();
         break;
     default:
         break;

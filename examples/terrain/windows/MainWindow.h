@@ -119,7 +119,7 @@ private:
 
     void show_new_document(const TerrainDocument& document);
     /// The cells of a document have changed, or may have.
-    void show_changes(const housekeeping::DocumentId& document);
+    void show_changes();
     /// Shows what is current, as if @p gone were no document any more.
     void show_current_document(const housekeeping::DocumentId& gone);
     void show_written(const QString& path);

@@ -1,6 +1,7 @@
 #include "windows/Panels.h"
 
 #include "documents/TerrainDocument.h"
+#include "language/UnitText.h"
 #include "panels/HistoryPanel.h"
 #include "panels/HomePanel.h"
 #include "panels/LayersPanel.h"
@@ -8,6 +9,7 @@
 #include "panels/QuickHelpSheet.h"
 #include "panels/StatisticsPanel.h"
 #include "windows/MapClicks.h"
+#include "windows/ProfileLink.h"
 
 #include <tarqa/housekeeping/DataSource.h>
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -22,8 +24,7 @@ QString unit_of(const housekeeping::DocumentId& document)
     if (!manager.document_exists(document)) {
         return {};
     }
-    const auto sp_source = manager.document_from_id(document).datasource();
-    return sp_source ? sp_source->z_units_string() : QString();
+    return height_unit_text(manager.document_from_id(document).datasource());
 }
 
 } // namespace
@@ -36,6 +37,7 @@ Panels::Panels(QObject* p_parent)
     , m_p_history(new HistoryPanel)
     , m_p_statistics(new StatisticsPanel)
     , m_p_layers(new LayersPanel)
+    , m_p_profile_link(new ProfileLink(*m_p_statistics, this))
 {
     connect(m_p_home, &HomePanel::chosen, this, &Panels::chosen);
     connect(m_p_clicks, &MapClicks::clicked, m_p_statistics, &StatisticsPanel::show_profile);
@@ -49,6 +51,7 @@ std::vector<QWidget*> Panels::all() const
 void Panels::follow(TerrainView& view)
 {
     m_p_clicks->follow(view);
+    m_p_profile_link->follow(view);
 }
 
 void Panels::show(const std::vector<housekeeping::DocumentId>& documents,
@@ -57,6 +60,7 @@ void Panels::show(const std::vector<housekeeping::DocumentId>& documents,
     m_p_home->list(documents, current);
     m_p_quick_help->sheet().show_document(current);
     m_p_statistics->show_document(current);
+    m_p_profile_link->show_map(p_map);
     m_p_layers->show_map(p_map, unit_of(current));
 }
 

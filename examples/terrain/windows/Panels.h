@@ -16,6 +16,7 @@ class HistoryPanel;
 class HomePanel;
 class LayersPanel;
 class MapClicks;
+class ProfileLink;
 class QuickHelpPanel;
 class StatisticsPanel;
 class TerrainView;
@@ -49,13 +50,14 @@ signals:
     void chosen(const housekeeping::DocumentId& document);
 
 private:
-    MapClicks* m_p_clicks; // a child
+    MapClicks* m_p_clicks; // a child, as the last one
     // The window's, in the end.
     HomePanel* m_p_home;
     QuickHelpPanel* m_p_quick_help;
     HistoryPanel* m_p_history;
     StatisticsPanel* m_p_statistics;
     LayersPanel* m_p_layers;
+    ProfileLink* m_p_profile_link;
 };
 
 } // namespace terrain

@@ -53,9 +53,15 @@ QStringList ask_for_rasters(QWidget* p_parent)
         QObject::tr("Rasters (*.tif *.tiff *.asc *.vrt *.img *.hgt);;All files (*)"));
 }
 
-QString ask_for_export_file(QWidget* p_parent)
+QString ask_for_export_file(QWidget* p_parent, bool has_mesh)
 {
-    return ask_for_file(p_parent, QObject::tr("Export"), export_formats(), QString());
+    std::vector<ExportFormatEntry> formats;
+    for (const ExportFormatEntry& entry : export_formats()) {
+        if (has_mesh || entry.format != ExportFormat::Mesh) {
+            formats.push_back(entry);
+        }
+    }
+    return ask_for_file(p_parent, QObject::tr("Export"), formats, QString());
 }
 
 QString ask_for_file_to_save(QWidget* p_parent, const QString& proposed)

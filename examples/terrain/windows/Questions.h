@@ -14,8 +14,8 @@ namespace terrain {
 /// Rasters to open; none if the user thought better of it.
 QStringList ask_for_rasters(QWidget* p_parent);
 /// Where to write what, by the extension; "" if the user thought better of it. A name without an extension
-/// gets that of the format that was chosen.
-QString ask_for_export_file(QWidget* p_parent);
+/// gets that of the format that was chosen. @param has_mesh whether there is a triangulation to be written
+QString ask_for_export_file(QWidget* p_parent, bool has_mesh);
 /// Where to save a GeoTIFF; "" if the user thought better of it. @param proposed a file
 QString ask_for_file_to_save(QWidget* p_parent, const QString& proposed);
 /// The interval between contour lines; none if the user thought better of it.

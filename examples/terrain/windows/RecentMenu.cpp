@@ -1,5 +1,6 @@
 #include "windows/RecentMenu.h"
 
+#include "windows/Icons.h"
 #include "windows/RecentFiles.h"
 
 #include <QtCore/QDir>
@@ -17,6 +18,7 @@ RecentMenu::RecentMenu(const RecentFiles& files, QWidget* p_parent)
     : QMenu(tr("Open &Recent"), p_parent)
     , m_files(files)
 {
+    setIcon(terrain::icon("recent"));
     setToolTipsVisible(true);
     connect(this, &QMenu::aboutToShow, this, &RecentMenu::fill);
     fill();
@@ -37,7 +39,7 @@ void RecentMenu::add(int number, const QString& label, const QString& path)
     QString text
         = fontMetrics().elidedText(label, Qt::ElideMiddle, s_widest * fontMetrics().averageCharWidth());
     text.replace("&", "&&");
-    QAction* const p_action = addAction(
+    QAction* const p_action = addAction(terrain::icon("document"),
         QString("%1%2 %3").arg(number <= s_last_mnemonic ? "&" : "", QString::number(number), text));
     const QString native = QDir::toNativeSeparators(path);
     p_action->setToolTip(plain_tool_tip(native));

@@ -1,6 +1,8 @@
 #include "windows/ResampleDialog.h"
 
 #include "io/ReferenceSystem.h"
+#include "language/NumberText.h"
+#include "language/UnitText.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QDoubleSpinBox>
@@ -16,9 +18,9 @@ const int s_digits_of_size = 6; ///< of which all are shown
 const int s_most_decimals = 12;
 const double s_same = 1e-6; ///< part of a length; less is an error of rounding
 
-QString number_text(double number)
+QString size_text(double size)
 {
-    return QString::number(number, 'g', s_digits_of_size);
+    return number_text(size, 'g', s_digits_of_size);
 }
 
 int decimals_of(double size)
@@ -46,7 +48,7 @@ ResampleDialog::CellSize ResampleDialog::cell_size(const Raster& raster)
     if (!std::isnormal(width) || !std::isnormal(height)) {
         return {};
     }
-    return {width, height, QString::fromStdString(reference_system_unit(raster.reference_system))};
+    return {width, height, unit_text(reference_system_unit(raster.reference_system))};
 }
 
 std::vector<Parameter> ResampleDialog::parameters(const CellSize& cell, double factor, Resampling method)
@@ -129,8 +131,7 @@ void ResampleDialog::show_result()
     if (has_size()) {
         text += '\n'
             + tr("Each one measures %1 × %2 %3.")
-                  .arg(number_text(m_cell.width * m_factor), number_text(m_cell.height * m_factor),
-                      m_cell.unit);
+                  .arg(size_text(m_cell.width * m_factor), size_text(m_cell.height * m_factor), m_cell.unit);
     }
     say(text, true);
 }

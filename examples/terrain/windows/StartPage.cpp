@@ -4,6 +4,7 @@
 #include "windows/RecentFiles.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QEvent>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
 
@@ -65,6 +66,14 @@ void StartPage::showEvent(QShowEvent* p_event)
 {
     list_recent(); // as other programs have left it
     QWidget::showEvent(p_event);
+}
+
+void StartPage::changeEvent(QEvent* p_event)
+{
+    QWidget::changeEvent(p_event);
+    if (p_event->type() == QEvent::PaletteChange && isVisible()) {
+        list_recent(); // a link keeps the colour that it was made with
+    }
 }
 
 void StartPage::list_recent()

@@ -26,6 +26,7 @@ signals:
     void chosen(const QString& path);
 
 protected:
+    void changeEvent(QEvent* p_event) override;
     void showEvent(QShowEvent* p_event) override;
 
 private:
