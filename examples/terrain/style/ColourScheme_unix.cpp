@@ -102,7 +102,14 @@ public:
         m_socket.write(QByteArray("\0AUTH\r\n", 7)); // answered with the ways to introduce oneself
     }
 
-    ~PortalListener() override { QDBusConnection::disconnectFromBus(s_connection); }
+    /// What waits for an answer goes first: Qt would tell it, from its thread for the bus, that none will
+    /// come.
+    ~PortalListener() override
+    {
+        qDeleteAll(findChildren<QDBusPendingCallWatcher*>());
+        qDeleteAll(findChildren<QDBusServiceWatcher*>());
+        QDBusConnection::disconnectFromBus(s_connection);
+    }
 
 private slots:
     void setting_changed(const QString&, const QString&, const QDBusVariant& value) { take(value.variant()); }
