@@ -66,6 +66,7 @@ function(hk_add_catalogue name)
         COMMENT "Collecting the texts of ${name}"
         VERBATIM)
     add_custom_target(${name}_texts DEPENDS "${texts}")
+    set_target_properties(${name}_texts PROPERTIES HK_FILES "${list}" HK_FOLDERS "${folders}")
 
     add_custom_target(update_${name}
         COMMAND Qt5::lupdate ${HK_LUPDATE_OPTIONS} ${folders} "@${list}"

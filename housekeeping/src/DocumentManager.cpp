@@ -134,11 +134,15 @@ void DocumentManager::link_first_document(AbstractDocument& document)
     m_first_id = document.id();
 }
 
-/// Makes every controller show the state that @p p_document has for it; without a document, none. Asserts on
-/// behalf of @p caller, as all helpers here do.
+/// Makes every controller show the state that @p p_document, the current one, has for it; without a document,
+/// none. Stops when a controller makes another document current, which refreshes them all by itself. Asserts
+/// on behalf of @p caller, as all helpers here do.
 void DocumentManager::give_states_of(AbstractDocument* p_document, const char* caller) const
 {
     for (const std::string& name : AbstractControllerFactory::products()) {
+        if (m_current_document != p_document) {
+            return;
+        }
         const boost::shared_ptr<AbstractController> sp_ac = ControllerManager::instance().controller(name);
         if (HK_ASSERT_IN(!utilities::null_pointer(sp_ac), "!utilities::null_pointer( sp_ac )", caller)) {
             sp_ac->update_associated_state(

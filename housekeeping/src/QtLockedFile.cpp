@@ -17,6 +17,15 @@ void QtLockedFile::close()
 {
     unlock();
     QFile::close();
+    if (!m_opened_name.isEmpty()) {
+        setFileName(m_opened_name);
+        m_opened_name.clear();
+    }
+}
+
+QString QtLockedFile::fileName() const
+{
+    return m_opened_name.isEmpty() ? QFile::fileName() : m_opened_name;
 }
 
 bool QtLockedFile::lock(LockMode mode, bool block)

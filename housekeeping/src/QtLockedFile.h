@@ -34,6 +34,7 @@ public:
     /// @param mode ReadOnly or ReadWrite
     bool open(OpenMode mode) override;
     void close() override;
+    QString fileName() const override;
 
     /// @param block whether to wait until the lock is free @return false if it is not to be had, or the file
     /// is not open, or is not open for writing and a write lock is asked for
@@ -48,6 +49,7 @@ private:
     bool release();
 
     LockMode m_lock_mode = NoLock;
+    QString m_opened_name; // which Qt forgets when a file is opened by its descriptor
     QVector<void*> m_mutexes; // Windows: the named mutexes that are held
 };
 

@@ -37,9 +37,10 @@ bool QtLockedFile::open(OpenMode mode)
     if (isOpen()) {
         return false;
     }
+    const QString name = fileName();
     // A name in a directory that everybody may write to: O_NONBLOCK keeps a planted pipe from hanging us.
     const int access = mode & WriteOnly ? O_RDWR : O_RDONLY;
-    const int descriptor = ::open(QFile::encodeName(fileName()).constData(),
+    const int descriptor = ::open(QFile::encodeName(name).constData(),
         access | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600);
     if (descriptor == -1) {
         setErrorString(qt_error_string(errno));
@@ -49,6 +50,7 @@ bool QtLockedFile::open(OpenMode mode)
         ::close(descriptor);
         return false;
     }
+    m_opened_name = name;
     return true;
 }
 

@@ -25,10 +25,7 @@ TimerObject& TimerObject::operator=(const TimerObject&) = default;
 
 TimerObject::~TimerObject()
 {
-    int milliseconds = m_start.msecsTo(QTime::currentTime());
-    if (milliseconds < 0) {
-        milliseconds += s_milliseconds_of_day; // past midnight
-    }
+    const int milliseconds = milliseconds_between(m_start, QTime::currentTime());
     ErrorProtocol::instance().log_message(report(m_task, milliseconds, m_order, m_statistics).toStdString());
 }
 
@@ -41,6 +38,12 @@ void TimerObject::addStep(const QString& step)
     if (++statistics.count == 1) {
         m_order.append(step);
     }
+}
+
+int TimerObject::milliseconds_between(const QTime& start, const QTime& end)
+{
+    const int milliseconds = start.msecsTo(end);
+    return milliseconds < 0 ? milliseconds + s_milliseconds_of_day : milliseconds;
 }
 
 /// The numbers are written first and filled in together: a name that holds "%1" must come out as it is.

@@ -4,12 +4,11 @@
 #include <tarqa/housekeeping/AbstractDocumentHistory.h>
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/DocumentHistoryMsg.h>
+#include <tarqa/housekeeping/DocumentManager.h>
 
 #include "Assertion.h"
 
 #include <boost/make_shared.hpp>
-
-#include <algorithm>
 
 namespace tarqa::housekeeping {
 
@@ -33,6 +32,12 @@ public:
 private:
     bool& m_follow;
 };
+
+/// By the id: the document of a state may be gone, and its history with it.
+const AbstractDocumentHistory& history_of(const DocumentId& id)
+{
+    return DocumentManager::instance().document_from_id(id).document_history();
+}
 
 } // namespace
 
@@ -69,9 +74,9 @@ void UndoRedoController::undo(const unsigned long long& n)
         return;
     }
     const DocumentId id = m_sp_undo_redo_state->document_id();
-    const unsigned long long steps = std::min(n, m_sp_undo_redo_state->document_history().undoSize());
     const Ignoring ignoring(m_follow_history);
-    for (unsigned long long i = 0; i < steps; ++i) {
+    // Further steps would do nothing.
+    for (unsigned long long i = 0; i < n && history_of(id).undoSize() > 0; ++i) {
         CommandManager::instance().undo(id);
     }
 }
@@ -82,9 +87,9 @@ void UndoRedoController::redo(const unsigned long long& n)
         return;
     }
     const DocumentId id = m_sp_undo_redo_state->document_id();
-    const unsigned long long steps = std::min(n, m_sp_undo_redo_state->document_history().redoSize());
     const Ignoring ignoring(m_follow_history);
-    for (unsigned long long i = 0; i < steps; ++i) {
+    // Further steps would do nothing.
+    for (unsigned long long i = 0; i < n && history_of(id).redoSize() > 0; ++i) {
         CommandManager::instance().redo(id);
     }
 }

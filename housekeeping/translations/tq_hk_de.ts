@@ -49,6 +49,10 @@ Einzelheiten: </translation>
         <source>An unknown serious error has occured in this Command</source>
         <translation>In diesem Befehl ist ein unbekannter schwerer Fehler aufgetreten</translation>
     </message>
+    <message>
+        <source>No temporary directory can be made in %1: %2</source>
+        <translation>In %1 kann kein temporärer Ordner angelegt werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>pkBase::QLogFileViewer</name>

@@ -30,6 +30,7 @@ namespace {
 
 using support::LogCapture;
 using support::StartedApplication;
+using tarqa::housekeeping::ApplicationManager;
 using tarqa::housekeeping::TestAccess;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -326,6 +327,21 @@ TEST_F(ApplicationManagerLock, LockOfAnotherSessionDoesNotMatter)
 {
     const lock_files::OtherLock other(temporary("Tarq-a5cf-20-lockfile"));
     EXPECT_TRUE(start_cleans_up());
+}
+
+TEST_F(ApplicationManagerLock, SessionIsAskedForOnce)
+{
+    const StartedApplication started;
+    TestAccess::destroy<ApplicationManager>();
+    EXPECT_EQ(lock_files::held_by(::getpid()), "");
+    setenv("XDG_SESSION_ID", "32", 1);
+    LogCapture log;
+    int count = 0;
+    char** p_arguments = nullptr;
+    ApplicationManager::instance().init(count, p_arguments, "test", true);
+    support::take_start_up_lines(log);
+    EXPECT_EQ(lock_files::held_by(::getpid()), file);
+    EXPECT_THAT(lock_files_there(), ElementsAre("Tarq-a5cf-1f-lockfile"));
 }
 
 // --- what may stand in the file's place

@@ -2,6 +2,7 @@
 #include "support/App.h"
 #include "support/DialogDriver.h"
 #include "support/LogCapture.h"
+#include "support/PrivateHome.h"
 #include "support/TestAccess.h"
 
 #include <tarqa/housekeeping/ErrorHandler.h>
@@ -228,6 +229,17 @@ TEST_F(ErrorHandlerDialogs, FatalTextIsShownAndTheLogOffered)
     EXPECT_EQ(offer.buttons, QMessageBox::Yes | QMessageBox::No);
 }
 
+TEST_F(ErrorHandlerDialogs, FatalErrorThatIsShownSavesTheLogOnYes)
+{
+    show_window();
+    const std::string target = support::PrivateHome::scratch_directory() + "/saved.log";
+    dialogs.click(QMessageBox::Ok).click(QMessageBox::Yes).choose_file(QString::fromStdString(target));
+    ErrorHandler::instance().fatal_error("the disk is gone");
+    EXPECT_EQ(log_files::read(target), "FATAL ERROR!\nFurther Information: the disk is gone\n\n");
+    EXPECT_EQ(s_exits, 1);
+    EXPECT_EQ(s_dialogs_before_exit, 3u);
+}
+
 TEST_F(ErrorHandlerDialogs, FatalErrorLeavesTheMainLoopLast)
 {
     show_window();
@@ -300,6 +312,23 @@ TEST_F(ErrorHandlerDialogs, FatalErrorInAWorkerGoesToStandardError)
         = failure_message("An Exception creating a fatal error has occured : standard\n\n\n\n").toStdString();
     EXPECT_EQ(shown.find(expected), 0u) << shown;
     EXPECT_TRUE(dialogs.shown().empty());
+    EXPECT_EQ(s_exits, 1);
+}
+
+TEST_F(ErrorHandlerDialogs, FatalExceptionInAWorkerGoesToStandardError)
+{
+    show_window();
+    const HousekeepingException exception(2, std::string("bad thing"), "housekeeping/src/X", 7);
+    testing::internal::CaptureStderr();
+    std::thread([&exception] { ErrorHandler::instance().fatal_error(exception); }).join();
+    QCoreApplication::processEvents();
+    const std::string shown = testing::internal::GetCapturedStderr();
+    const std::string expected
+        = failure_message("A C++ fatal error has occured : \n" + information(exception) + "\n").toStdString();
+    EXPECT_EQ(shown.find(expected), 0u) << shown;
+    EXPECT_TRUE(dialogs.shown().empty());
+    EXPECT_EQ(
+        entries(), "fatal error!\nCause: tarqa::Exception\nFurther Information: " + information(exception));
     EXPECT_EQ(s_exits, 1);
 }
 

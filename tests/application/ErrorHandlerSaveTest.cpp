@@ -121,6 +121,17 @@ TEST_F(ErrorLogSaving, IsRequestedWithACaption)
     EXPECT_EQ(box.buttons, QMessageBox::Yes | QMessageBox::No);
 }
 
+TEST_F(ErrorLogSaving, IsRequestedOverTheActiveWindow)
+{
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    dialogs.click(QMessageBox::No);
+    ErrorHandler::instance().request_save_log_file("A caption");
+    ASSERT_EQ(dialogs.shown().size(), 1u);
+    EXPECT_EQ(dialogs.shown().front().parent, &window);
+}
+
 TEST_F(ErrorLogSaving, ClosedRequestSavesNothing)
 {
     dialogs.cancel();

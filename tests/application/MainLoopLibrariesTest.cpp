@@ -11,6 +11,7 @@
 #include <osg/Group>
 #include <osgDB/Registry>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -183,6 +184,50 @@ TEST(MainLoopEnd, ObjectsGoBeforePlugInsAndTheseBeforeGDALsMessages)
     EXPECT_EQ(log.text(), "CE_Warning: object\nCE_Warning: plug-in\n");
     EXPECT_EQ(host_messages(), std::vector<std::string>{"after"});
     log.take_all();
+}
+
+/// Calls an action when it goes.
+class LastAct : public osg::Group
+{
+public:
+    explicit LastAct(std::function<void()> action)
+        : m_action(std::move(action))
+    { }
+
+protected:
+    ~LastAct() override { m_action(); }
+
+private:
+    std::function<void()> m_action;
+};
+
+TEST(MainLoopEnd, LoopIsOverWhenObjectsGo)
+{
+    const StartedApplication started;
+    LogCapture log;
+    QWidget window;
+    int calls = 0;
+    osgDB::Registry::instance()->addEntryToObjectCache("a.osg", new LastAct([&] {
+        ++calls;
+        started.manager().top_level_widget(&window); // checks whether the loop runs
+    }));
+    run_main_loop(started, [] {});
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(
+        log.took_assert("0 == m_p_top_widget", "top_level_widget", "housekeeping/src/ApplicationManager"));
+    EXPECT_EQ(log.count("false == m_in_main_loop"), 0);
+}
+
+TEST(MainLoopEnd, ObjectsAreKeptUntilThen)
+{
+    const StartedApplication started;
+    LogCapture log;
+    bool gone = false;
+    osgDB::Registry::instance()->addEntryToObjectCache("a.osg", new LastAct([&gone] { gone = true; }));
+    bool gone_inside = true;
+    run_main_loop(started, [&] { gone_inside = gone; });
+    EXPECT_FALSE(gone_inside);
+    EXPECT_TRUE(gone);
 }
 
 } // namespace

@@ -3,11 +3,13 @@
 #include <tarqa/utilities/TemporaryDirectory.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QProcess>
 #include <QtCore/QSettings>
 #include <QtCore/QThread>
 #include <QtCore/QThreadPool>
 #include <QtQml/qqml.h>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
 
 #include <cpl_conv.h>
 #include <cpl_error.h>
@@ -137,6 +139,45 @@ void QSettings::beginGroup(const QString& prefix)
 {
     note("settings " + prefix.toStdString());
     library_function<void(QSettings*, const QString&)>("_ZN9QSettings10beginGroupERK7QString")(this, prefix);
+}
+
+void QCoreApplication::processEvents(QEventLoop::ProcessEventsFlags flags, int milliseconds)
+{
+    note("events for " + std::to_string(milliseconds) + " ms");
+    library_function<void(QEventLoop::ProcessEventsFlags, int)>(
+        "_ZN16QCoreApplication13processEventsE6QFlagsIN10QEventLoop17ProcessEventsFlagEEi")(
+        flags, milliseconds);
+}
+
+void QCoreApplication::exit(int code)
+{
+    note("exit with " + std::to_string(code));
+    library_function<void(int)>("_ZN16QCoreApplication4exitEi")(code);
+}
+
+void QCoreApplication::quit()
+{
+    note("quit");
+    library_function<void()>("_ZN16QCoreApplication4quitEv")();
+}
+
+/// Starts nothing.
+bool QProcess::startDetached(const QString& program, const QStringList& arguments)
+{
+    note("new process " + (program + ": " + arguments.join(' ')).toStdString());
+    return true;
+}
+
+void QWidget::show()
+{
+    note("show");
+    library_function<void(QWidget*)>("_ZN7QWidget4showEv")(this);
+}
+
+void QWidget::activateWindow()
+{
+    note("activation");
+    library_function<void(QWidget*)>("_ZN7QWidget14activateWindowEv")(this);
 }
 
 // --- the other libraries

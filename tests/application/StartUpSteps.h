@@ -4,8 +4,9 @@
 #include <string>
 
 /**
- * The steps of a start-up that go through functions of other libraries. This program defines those functions
- * itself, and a program's own come before those of its libraries: they tell the observer and pass on.
+ * The steps of a start-up, and some later ones, that go through functions of other libraries. This program
+ * defines those functions itself, and a program's own come before those of its libraries: they tell the
+ * observer and pass on.
  */
 namespace start_up_steps {
 

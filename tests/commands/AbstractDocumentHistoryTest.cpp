@@ -375,6 +375,59 @@ TEST(AbstractDocumentHistory, CommandsLiveAsLongAsAStackHoldsThem)
     EXPECT_TRUE(watched.expired());
 }
 
+// What runs inside the history's operations may read it.
+
+TEST(AbstractDocumentHistory, DyingCommandMayReadTheHistory)
+{
+    AbstractDocumentHistory history;
+    std::vector<unsigned long long> sizes;
+    const auto reading = [&](const std::string& name, bool clears_redo) {
+        const boost::shared_ptr<FakeCommand> made(
+            new FakeCommand(s_document, name), [&](FakeCommand* p_dying) {
+                sizes.push_back(history.undoSize() * 10 + history.redoSize());
+                delete p_dying;
+            });
+        made->clears_redo_when_undoing(clears_redo);
+        return made;
+    };
+    history.insertUndoCommand(reading("A", false));
+    history.insertUndoCommand(reading("B", true));
+    history.insertUndoCommand(reading("C", false));
+    history.transferUndoCommand();
+    EXPECT_TRUE(sizes.empty());
+    history.transferUndoCommand(); // clears C; B is the caller's last
+    EXPECT_THAT(sizes, ElementsAre(10, 10));
+
+    sizes.clear();
+    history.transferUndoCommand();
+    history.insertUndoCommand(command("D")); // clears A
+    EXPECT_THAT(sizes, ElementsAre(10));
+
+    sizes.clear();
+    history.insertUndoCommand(reading("E", false));
+    history.removeLastUndo();
+    EXPECT_THAT(sizes, ElementsAre(10));
+
+    sizes.clear();
+    history.insertUndoCommand(reading("F", false));
+    history = AbstractDocumentHistory();
+    EXPECT_THAT(sizes, ElementsAre(0));
+}
+
+TEST(AbstractDocumentHistory, MergingCommandMayReadTheHistory)
+{
+    AbstractDocumentHistory history;
+    const auto older = identical("A", true);
+    unsigned long long size = 0;
+    older->absorbs = [&](const AbstractCommand&) {
+        size = history.undoSize();
+        return true;
+    };
+    history.insertUndoCommand(older);
+    history.insertUndoCommand(identical("B", false));
+    EXPECT_EQ(1u, size);
+}
+
 TEST(AbstractDocumentHistory, HasNoLimit)
 {
     AbstractDocumentHistory history;

@@ -90,6 +90,20 @@ TEST(CommandManager, IdsStartAtOneIndependentlyOfDocuments)
     EXPECT_EQ(CommandId::build(3), FakeCommand(DocumentId::build(1), "Rotate").id());
 }
 
+TEST(CommandManager, IsMadeByTheFirstCommand)
+{
+    EXPECT_FALSE(TestAccess::peek<CommandManager>());
+    const FakeCommand command(DocumentId::build(1), "Rotate");
+    EXPECT_TRUE(TestAccess::peek<CommandManager>());
+    EXPECT_EQ(CommandId::build(1), command.id());
+}
+
+TEST(CommandManager, IsMadeByTheConstAccessorToo)
+{
+    const CommandManager& made = CommandManager::const_instance();
+    EXPECT_EQ(&made, TestAccess::peek<CommandManager>());
+}
+
 TEST(CommandManager, OrderedDestructionTakesIt)
 {
     manager();

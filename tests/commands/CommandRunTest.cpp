@@ -51,6 +51,19 @@ private:
     FakeCommand::Step m_failure;
 };
 
+/// A sink that changes the name of its command when it is opened.
+class RenamingProgress : public FakeProgress
+{
+public:
+    explicit RenamingProgress(FakeCommand& command)
+        : m_command(command)
+    { }
+    void open_run(unsigned int) override { m_command.setName("Turn"); }
+
+private:
+    FakeCommand& m_command;
+};
+
 } // namespace
 
 TEST(AbstractCommand, DoRunHasAFixedOrder)
@@ -140,6 +153,27 @@ TEST(AbstractCommand, ProtocolOfUndoHasTheNameOfTheStartAndTheDescriptionOfTheEn
     support::LogCapture log;
     unexecute(command);
     EXPECT_EQ("UNDO>\tRotate: 3 faults, undone - Succeeded.\n", log.text());
+}
+
+TEST(AbstractCommand, ProtocolHasTheNameFromBeforeTheProgressIsOpened)
+{
+    FakeCommand command(s_document, "Rotate");
+    RenamingProgress sink(command);
+    command.setProgress(&sink);
+    support::LogCapture log;
+    execute(command);
+    command.setName("Rotate");
+    unexecute(command);
+    EXPECT_EQ("DO>\tRotate - Succeeded.\nUNDO>\tRotate - Succeeded.\n", log.text());
+}
+
+TEST(AbstractCommand, ProtocolOfAnyMomentHasThePresentName)
+{
+    FakeCommand command(s_document, "Rotate");
+    EXPECT_EQ("DO>\tRotate - Succeeded.\n", command.protocol("DO>", true));
+    command.setName("Turn");
+    command.setDescription("3 faults");
+    EXPECT_EQ("UNDO>\tTurn: 3 faults - Failed.\n", command.protocol("UNDO>", false));
 }
 
 TEST(AbstractCommand, ProtocolKeepsPlaceholdersAndOtherAlphabets)

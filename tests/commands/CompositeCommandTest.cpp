@@ -168,6 +168,15 @@ TEST(CompositeCommand, ProtocolOfUndoHasALinePerChildToo)
     EXPECT_EQ("UNDO>\tBatch - Succeeded.\n\t* A - Succeeded.\n\t* B - Succeeded.\n", log.text());
 }
 
+TEST(CompositeCommand, ProtocolOfAnyMomentHasALinePerChild)
+{
+    const auto composite = batch({child("A")});
+    composite->setDescription("all");
+    EXPECT_EQ("DO>\tBatch: all - Failed.\n\t* A - Failed.\n", composite->protocol("DO>", false));
+    execute(*composite);
+    EXPECT_EQ("UNDO>\tBatch: all - Succeeded.\n\t* A - Succeeded.\n", composite->protocol("UNDO>", true));
+}
+
 TEST(CompositeCommand, RunWithoutChildrenSucceeds)
 {
     CompositeCommand composite(s_document, "Batch", false);
@@ -187,6 +196,15 @@ TEST(CompositeCommand, OnlyChildGivesItsDescription)
     execute(*composite);
     EXPECT_EQ("3 faults", composite->details().description());
     EXPECT_EQ("DO>\tBatch: 3 faults - Succeeded.\n\t* A: 3 faults - Succeeded.\n", log.text());
+}
+
+TEST(CompositeCommand, OnlyChildThatIsNullGivesNoDescription)
+{
+    const auto composite = batch({});
+    TestAccess::push_back_null(*composite);
+    support::LogCapture log;
+    execute(*composite);
+    EXPECT_EQ("DO>\tBatch - Succeeded.\n", log.text());
 }
 
 TEST(CompositeCommand, OwnDescriptionIsKept)
@@ -337,6 +355,12 @@ TEST(CompositeCommand, MergingDoesNotAskForOutcomes)
     const auto older = batch({absorbing("A", "B")}, true);
     EXPECT_THAT(flags(*older), ElementsAre(false));
     EXPECT_TRUE(older->stackWith(child("B")));
+}
+
+TEST(CompositeCommand, DoesNotMergeWithNothing)
+{
+    EXPECT_FALSE(batch({absorbing("A", "B")}, true)->stackWith(nullptr));
+    EXPECT_THAT(journal().entries(), IsEmpty());
 }
 
 TEST(CompositeCommand, CompositesWithoutChildrenDoNotMerge)

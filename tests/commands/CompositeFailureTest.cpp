@@ -139,6 +139,17 @@ TEST(CompositeCommand, CancelledChildForgetsTheRequestAfterItsRollback)
     EXPECT_TRUE(requested);
 }
 
+TEST(CompositeCommand, CancelledChildKeepsItsFlagUntilItIsRolledBack)
+{
+    Batch batch(2);
+    batch[0].on_do = support::throws_cancel();
+    bool flag = false;
+    batch[0].on_rollback = [&] { flag = batch.flags().at(0); };
+    batch.run();
+    EXPECT_TRUE(flag);
+    EXPECT_THAT(batch.flags(), ElementsAre(false, true));
+}
+
 TEST(CompositeCommand, ChildThatCancelsWhileRememberingIsRolledBack)
 {
     Batch batch(2);
@@ -332,6 +343,26 @@ TEST(CompositeCommand, FailureThatIsPassedOverHasACatchPoint)
     }
 }
 
+TEST(CompositeCommand, FailureThatIsPassedOverWithoutAQuestionHasACatchPointToo)
+{
+    const support::App app;
+    support::DialogDriver dialogs;
+    dialogs.click(QMessageBox::YesToAll);
+    Batch batch(2);
+    const std::exception_ptr failure
+        = std::make_exception_ptr(FailedCommandException(42, "no luck", "tests/Fakes", 7));
+    batch[0].on_do = support::throws_failure("no room");
+    batch[1].on_do = [&failure] { std::rethrow_exception(failure); };
+    batch.run();
+    try {
+        std::rethrow_exception(failure); // the same object again
+    } catch (FailedCommandException& exception) {
+        FailedCommandException expected(42, "no luck", "tests/Fakes", 7);
+        expected.caught_here(s_source, 146);
+        EXPECT_EQ(expected.trail(), exception.trail());
+    }
+}
+
 TEST(CompositeCommand, WithoutAnApplicationTheLastFailureStillCancels)
 {
     Batch batch(2);
@@ -460,6 +491,17 @@ TEST(CompositeCommand, ExceptionOfAChildsFinishedIsFatalAndTheBatchGoesOn)
     EXPECT_EQ(std::string("FATAL ERROR!\nFurther Information: ") + s_unknown
             + " : boom\n\nDO>\tBatch - Succeeded.\n\t* A - Succeeded.\n\t* B - Succeeded.\n",
         batch.log.text());
+}
+
+TEST(CompositeCommand, ExceptionOfACancelledChildsRollbackEndsTheBatch)
+{
+    Batch batch(2);
+    batch[0].on_do = support::throws_cancel();
+    batch[0].on_rollback = support::throws_std("boom");
+    const FatalErrorProbe probe;
+    batch.run();
+    EXPECT_THAT(journal().entries(),
+        ElementsAre("A.remember", "A.do", "A.rollback", "exit_main_loop", "CommandMessage(Batch, 0)"));
 }
 
 TEST(CompositeCommand, ExceptionOfAChildsUndoIsFatal)

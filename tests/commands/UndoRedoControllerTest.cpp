@@ -7,6 +7,7 @@
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/HousekeepingException.h>
 #include <tarqa/housekeeping/UndoRedoController.h>
 #include <tarqa/housekeeping/UndoRedoControllerFactory.h>
 
@@ -281,6 +282,18 @@ TEST_F(UndoRedoWithoutState, SetStateDoesNotExistWhenTheBaseSaysNo)
     EXPECT_FALSE(own.state_exists());
 }
 
+TEST_F(UndoRedoWithoutState, StateOfAnotherControllerIsNone)
+{
+    FakeDocument& document = support::create_document();
+    FakeView view("view");
+    view.register_controller(&own);
+    const auto state = boost::make_shared<AbstractState>(document, document.id(), "other");
+    own.update_associated_state(state);
+    EXPECT_FALSE(own.state_exists());
+    EXPECT_EQ(1, state.use_count());
+    EXPECT_EQ(1, updates());
+}
+
 TEST_F(UndoRedo, StateFollowsTheCurrentDocument)
 {
     EXPECT_TRUE(controller().state_exists());
@@ -390,6 +403,44 @@ TEST_F(UndoRedo, WorksOnTheDocumentOfItsState)
     controller().undo(1);
     EXPECT_EQ(2u, document.document_history().undoSize());
     EXPECT_EQ(1u, other.document_history().redoSize());
+}
+
+TEST_F(UndoRedo, EveryStepTakesWhatIsThereByThen)
+{
+    JournalingReceiver receiver;
+    receiver.on_command = [this](CommandMessage& message) {
+        if (message.command() == a.get()) {
+            document.document_history().insertUndoCommand(make_command(document.id(), "D"));
+        }
+    };
+    controller().undo(4);
+    EXPECT_EQ(1, journal().count("D.undo"));
+    EXPECT_EQ(0u, document.document_history().undoSize());
+}
+
+TEST_F(UndoRedoWithoutState, DocumentThatIsGoneIsNotUndone)
+{
+    FakeDocument& document = support::create_document();
+    const DocumentId id = document.id();
+    run(document, "A");
+    run(document, "B");
+    CommandManager::instance().undo(id);
+    own.create_associated_state(document);
+    DocumentManager::instance().destroy_document(id, true, false, false, DocumentId::null());
+    journal().clear();
+    own.undo(0);
+    own.redo(0);
+    for (const auto& steps : {&UndoRedoController::undo, &UndoRedoController::redo}) {
+        try {
+            (own.*steps)(1);
+            FAIL() << "nothing was thrown";
+        } catch (HousekeepingException& exception) {
+            EXPECT_EQ(1014u, exception.code());
+        }
+        EXPECT_TRUE(TestAccess::follows_history(own));
+    }
+    EXPECT_THAT(journal().entries(), IsEmpty());
+    log.take_all();
 }
 
 // Refreshes

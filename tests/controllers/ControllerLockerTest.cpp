@@ -90,6 +90,21 @@ TEST(ControllerLocker, WithFinishedRedrawsEveryViewOnceUnderTheLock)
     EXPECT_TRUE(it.lock_is_free());
 }
 
+TEST(ControllerLocker, RedrawsInTheThreadThatFinishes)
+{
+    OneView it;
+    std::thread::id redrawn;
+    it.view.on_update = [&redrawn] { redrawn = std::this_thread::get_id(); };
+    std::thread::id finished;
+    std::thread([&] {
+        finished = std::this_thread::get_id();
+        ControllerLocker locker(it.controller);
+        locker.finished();
+    }).join();
+    EXPECT_EQ(finished, redrawn);
+    EXPECT_EQ(1, journal().count("view.update"));
+}
+
 TEST(ControllerLocker, RedrawsViewsOfItsControllerOnly)
 {
     OneView it;
@@ -178,6 +193,40 @@ TEST(ControllerLocker, ThrowingViewIsLoggedWhileAnotherExceptionUnwinds)
     }
 }
 
+TEST(ControllerLocker, ThrowingViewIsPassedOnInsideACleanUp)
+{
+    /// Changes the controller while another exception unwinds, and deals with what comes of it.
+    class CleanUp
+    {
+    public:
+        explicit CleanUp(OneView& it)
+            : m_it(it)
+        { }
+        ~CleanUp()
+        {
+            try {
+                ControllerLocker locker(m_it.controller);
+                locker.finished();
+            } catch (const std::runtime_error& error) {
+                m_it.controller.setObjectName(error.what());
+            }
+        }
+
+    private:
+        OneView& m_it;
+    };
+    OneView it;
+    it.view.on_update = support::throws_std("view");
+    try {
+        const CleanUp clean_up(it);
+        throw std::logic_error("change");
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ("change", error.what());
+    }
+    EXPECT_EQ("view", it.controller.objectName()); // and nothing is logged
+    EXPECT_TRUE(it.lock_is_free());
+}
+
 TEST(ControllerLocker, OtherThreadsWait)
 {
     OneView it;
@@ -190,6 +239,7 @@ TEST(ControllerLocker, OtherThreadsWait)
             started = true;
             const ControllerLocker second(it.controller);
             entered = true;
+            EXPECT_TRUE(it.controller.is_locked()); // the first one's end does not count for this one
         });
         while (!started) {
             std::this_thread::yield();

@@ -79,6 +79,14 @@ public:
 
 } // namespace
 
+TEST(ControllerManager, IsMadeOnFirstUse)
+{
+    EXPECT_FALSE(TestAccess::peek<ControllerManager>());
+    const ControllerManager& made = ControllerManager::const_instance();
+    EXPECT_EQ(&made, TestAccess::peek<ControllerManager>());
+    EXPECT_EQ(0u, TestAccess::controllers(made)); // empty until init()
+}
+
 TEST(ControllerManager, IsOneObject)
 {
     EXPECT_EQ(&ControllerManager::instance(), &ControllerManager::instance());
@@ -146,6 +154,8 @@ TEST(ControllerManager, LookUpBeforeInitIsLogged)
     support::register_controller("alpha");
     support::LogCapture log;
     EXPECT_FALSE(manager().controller("alpha"));
+    ASSERT_EQ(2u, log.lines().size()); // in this order
+    EXPECT_NE(std::string::npos, log.lines()[0].find("m_controller_map.size() > 0"));
     EXPECT_TRUE(log.took_assert("m_controller_map.size() > 0", "ControllerManager::controller", s_source));
     EXPECT_TRUE(log.took_assert("iter != m_controller_map.end()", "ControllerManager::controller", s_source));
 }

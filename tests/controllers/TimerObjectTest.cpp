@@ -4,6 +4,7 @@
 #include <tarqa/housekeeping/TimerObject.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QTime>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,29 @@ TEST(TimerObject, StepsAreReportedWithSumAndMean)
         + share + "\\)\n";
     EXPECT_TRUE(matches(log.text(), pattern)) << log.text();
     log.take_all();
+}
+
+TEST(TimerObject, TimeIsCountedAcrossMidnight)
+{
+    const auto between
+        = [](const QTime& start, const QTime& end) { return TestAccess::milliseconds_between(start, end); };
+    EXPECT_EQ(0, between(QTime(12, 0), QTime(12, 0)));
+    EXPECT_EQ(61001, between(QTime(12, 0), QTime(12, 1, 1, 1)));
+    EXPECT_EQ(1, between(QTime(23, 59, 59, 999), QTime(0, 0)));
+    EXPECT_EQ(86399999, between(QTime(0, 0, 0, 1), QTime(0, 0))); // a day but for a millisecond
+}
+
+TEST(TimerObject, TaskOfManyHoursReportsThemAll)
+{
+    support::LogCapture log;
+    {
+        TimerObject timer("Import");
+        TestAccess::start(timer, QTime::currentTime().addSecs(3600)); // of yesterday, whatever the time
+    }
+    const double total = number_after("\\(", log.text());
+    log.take_all();
+    EXPECT_GE(total, 23 * 3600000.0);
+    EXPECT_LT(total, 24 * 3600000.0);
 }
 
 TEST(TimerObject, CopyWritesAReportOfItsOwn)

@@ -1,5 +1,8 @@
 #include "support/Fakes.h"
 
+#include <tarqa/housekeeping/DocumentManager.h>
+
+#include <boost/weak_ptr.hpp>
 #include <gtest/gtest.h>
 
 using namespace tarqa::housekeeping;
@@ -24,4 +27,22 @@ TEST(AbstractState, CopyReportsTheSame)
     EXPECT_EQ(&document, &copy.owner());
     EXPECT_EQ(document.id(), copy.document_id());
     EXPECT_EQ("alpha", copy.controller_name());
+}
+
+TEST(AbstractState, LivesAsLongAsItsDocumentOrSomebodyElseHoldsIt)
+{
+    support::register_controller("alpha");
+    support::register_controller("beta");
+    FakeDocument& document = support::create_document();
+    const boost::weak_ptr<AbstractState> alpha = document.state("alpha");
+    const boost::weak_ptr<AbstractState> weak_beta = document.state("beta");
+    boost::shared_ptr<AbstractState> beta = weak_beta.lock();
+    EXPECT_FALSE(alpha.expired());
+    EXPECT_EQ(beta, DocumentManager::instance().current_state("beta"));
+    DocumentManager::instance().destroy_document(document.id(), true, false, false, DocumentId::null());
+    EXPECT_TRUE(alpha.expired());
+    EXPECT_FALSE(weak_beta.expired());
+    EXPECT_EQ("beta", beta->controller_name());
+    beta.reset();
+    EXPECT_TRUE(weak_beta.expired());
 }

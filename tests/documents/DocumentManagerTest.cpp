@@ -9,6 +9,7 @@
 
 #include <pkBase/pkDestructor.h>
 
+#include <boost/make_shared.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -437,6 +438,32 @@ TEST(DocumentManager, ListsDocumentsInTheOrderOfIdsClosingOnesIncluded)
     EXPECT_THAT(manager().current_documents(), ElementsAre(first.id(), second.id(), third.id()));
     EXPECT_EQ(3u, manager().num_documents());
     EXPECT_TRUE(manager().document_exists(second.id()));
+}
+
+TEST(DocumentManager, OrderIsThatOfTheIdsWhateverWasRegisteredFirst)
+{
+    support::FakeDocumentFactory& factory = support::register_documents();
+    factory.kept.push_back(boost::make_shared<FakeDocument>()); // has the lowest id, and comes last
+    const DocumentId low = factory.kept.front()->id();
+    const DocumentId middle = manager().create_document().id();
+    const DocumentId high = manager().create_document().id();
+    factory.repeats_first = true;
+    EXPECT_EQ(low, manager().create_document().id());
+    factory.kept.clear();
+    EXPECT_THAT(manager().current_documents(), ElementsAre(low, middle, high));
+
+    manager().current_document(high);
+    manager().destroy_document(high, true, false, false, DocumentId::null());
+    EXPECT_EQ(low, manager().current_document_id()); // the first of those that are left
+    EXPECT_EQ(middle, manager().first_id());
+    for (const DocumentId id : {middle, low}) {
+        manager().set_document_as_closing(id);
+    }
+    journal().clear();
+    manager().cleanupInvalidDocuments();
+    EXPECT_THAT(journal().entries(),
+        ElementsAre("Document 1.request_close(true, false)", "Document 1.destroyed",
+            "Document 2.request_close(true, false)", "Document 2.destroyed"));
 }
 
 TEST(DocumentManager, MakesADocumentCurrent)

@@ -1,3 +1,5 @@
+#include "Destroyer.h"
+
 #include "support/Controllers.h"
 #include "support/Fakes.h"
 
@@ -6,11 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
 #include <functional>
 #include <stdexcept>
-#include <thread>
 
 using namespace tarqa::housekeeping;
 using support::create_document;
@@ -86,20 +85,11 @@ DocumentWithLastWords& create_document_with_last_words()
 TEST(DocumentManager, DestructionWaitsForTheEndOfACreation)
 {
     const DocumentId first = create_document().id();
-    std::atomic<bool> started{false};
-    std::atomic<bool> destroyed{false};
-    std::thread destroyer;
+    Destroyer destroyer;
     OnFirst created(DocumentMessage::Created, [&](DocumentMessage&) {
-        destroyer = std::thread([&] {
-            started = true;
-            manager().destroy_document(first, false, false, false, DocumentId::null());
-            destroyed = true;
-        });
-        while (!started) {
-            std::this_thread::yield();
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        EXPECT_FALSE(destroyed);
+        destroyer.start(
+            [first] { manager().destroy_document(first, false, false, false, DocumentId::null()); });
+        EXPECT_TRUE(destroyer.waits());
         EXPECT_EQ(0, journal().count("Document 1.request_close"));
     });
     create_document();
@@ -112,17 +102,10 @@ TEST(DocumentManager, DestructionWaitsForTheEndOfACreation)
 TEST(DocumentManager, DestructionWithoutConsentWaitsForTheEndOfACreationToo)
 {
     const DocumentId first = create_document().id();
-    std::atomic<bool> started{false};
-    std::thread destroyer;
+    Destroyer destroyer;
     OnFirst created(DocumentMessage::Created, [&](DocumentMessage&) {
-        destroyer = std::thread([&] {
-            started = true;
-            destroy(first);
-        });
-        while (!started) {
-            std::this_thread::yield();
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        destroyer.start([first] { destroy(first); });
+        EXPECT_TRUE(destroyer.waits());
         EXPECT_TRUE(manager().document_exists(first));
     });
     create_document();

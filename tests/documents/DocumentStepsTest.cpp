@@ -1,3 +1,5 @@
+#include "Destroyer.h"
+
 #include "support/Controllers.h"
 #include "support/Fakes.h"
 #include "support/Kept.h"
@@ -12,8 +14,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
 #include <functional>
 #include <set>
 #include <thread>
@@ -254,17 +254,10 @@ TEST(DocumentManager, DestructionWaitsFromTheBeginningOfACreation)
 {
     DocumentFactory& factory = register_factory("a", true);
     const DocumentId first = manager().create_document().id();
-    std::atomic<bool> started{false};
-    std::thread destroyer;
+    Destroyer destroyer;
     factory.on_create = [&] {
-        destroyer = std::thread([&] {
-            started = true;
-            destroy(first);
-        });
-        while (!started) {
-            std::this_thread::yield();
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        destroyer.start([first] { destroy(first); });
+        EXPECT_TRUE(destroyer.waits());
         EXPECT_EQ(0, journal().count("Document 1.request_close"));
     };
     manager().create_document();
@@ -302,7 +295,92 @@ TEST(DocumentManager, ControllersAreRefreshedWhenTheDocumentIsCurrent)
     EXPECT_EQ(4, refreshed);
 }
 
+TEST(DocumentManager, ControllerThatMakesAnotherDocumentCurrentLeavesNoneBehind)
+{
+    DocumentId wanted = DocumentId::null();
+    register_watcher([&wanted](const AbstractState* p_state) {
+        if (p_state && p_state->document_id() != wanted && manager().document_exists(wanted)) {
+            manager().current_document(wanted);
+        }
+    });
+    support::register_controller("later");
+    wanted = create_document().id();
+    const DocumentId other = create_document().id();
+    EXPECT_EQ(wanted, manager().current_document_id());
+    journal().clear();
+    manager().current_document(other);
+    EXPECT_EQ(wanted, manager().current_document_id());
+    EXPECT_EQ(1, journal().count("later.update_state(Document 1)"));
+    EXPECT_EQ(1, journal().count("later.update_state")); // never shows what is not current
+}
+
+TEST(DocumentManager, DocumentThatGoesWhileItBecomesCurrentIsNotShown)
+{
+    bool armed = false;
+    register_watcher([&armed](const AbstractState* p_state) {
+        if (p_state && armed) {
+            armed = false;
+            EXPECT_TRUE(destroy(p_state->document_id()));
+        }
+    });
+    support::register_controller("later");
+    const DocumentId id = create_document().id();
+    journal().clear();
+    armed = true;
+    manager().current_document(id);
+    EXPECT_FALSE(armed);
+    EXPECT_EQ(1, journal().count("later.update_state(null)"));
+    EXPECT_EQ(1, journal().count("later.update_state"));
+}
+
+TEST(DocumentManager, DocumentThatGoesWhileItBecomesCurrentIsNotAnnounced)
+{
+    bool armed = false;
+    DocumentId id = DocumentId::null();
+    register_watcher([&](const AbstractState* p_state) {
+        if (p_state && armed) {
+            armed = false;
+            EXPECT_EQ(id, p_state->document_id());
+            EXPECT_TRUE(destroy(id));
+        }
+    });
+    id = create_document().id();
+    manager().current_document(DocumentId::null());
+    const JournalingReceiver receiver;
+    journal().clear();
+    armed = true;
+    manager().current_document(id);
+    EXPECT_FALSE(armed);
+    EXPECT_EQ(DocumentId::null(), manager().current_document_id());
+    EXPECT_EQ(1, journal().count("Destroyed(Document 1)"));
+    EXPECT_EQ(0, journal().count("CurrentChanged"));
+}
+
 // Destruction
+
+TEST(DocumentManager, DocumentThatIsMadeCurrentAgainWhileItGoesIsNotCurrentAfterwards)
+{
+    bool armed = false;
+    DocumentId going = DocumentId::null();
+    register_watcher([&](const AbstractState* p_state) {
+        if (p_state && armed) {
+            armed = false;
+            EXPECT_NE(going, p_state->document_id());
+            manager().current_document(going);
+        }
+    });
+    const DocumentId staying = create_document().id();
+    going = create_document().id();
+    const JournalingReceiver receiver;
+    journal().clear();
+    armed = true;
+    EXPECT_TRUE(destroy(going));
+    EXPECT_FALSE(armed);
+    EXPECT_EQ(DocumentId::null(), manager().current_document_id());
+    EXPECT_THAT(manager().current_documents(), ElementsAre(staying));
+    EXPECT_EQ(1, journal().count("CurrentChanged(Document 2)"));
+    EXPECT_EQ(1, journal().count("CurrentChanged")); // none after the destruction
+}
 
 TEST(DocumentManager, DocumentThatIsAskedIsNotYetInDestruction)
 {
@@ -334,6 +412,25 @@ TEST(DocumentManager, DestructionIsOverWhenTheCurrentChangedMessageComes)
     EXPECT_TRUE(destroy(id));
     EXPECT_EQ(1, changed);
     EXPECT_TRUE(manager().documents_busy());
+}
+
+TEST(DocumentManager, DocumentThatFollowsTheLastOneIsShownByAllControllers)
+{
+    bool armed = true;
+    register_watcher([&armed](const AbstractState* p_state) {
+        if (!p_state && armed) {
+            armed = false;
+            create_document(); // the program is never without one
+        }
+    });
+    support::register_controller("later");
+    const DocumentId id = create_document().id();
+    journal().clear();
+    EXPECT_TRUE(destroy(id));
+    EXPECT_FALSE(armed);
+    EXPECT_EQ("Document 2", manager().current_document().title());
+    EXPECT_EQ(1, journal().count("later.update_state(Document 2)"));
+    EXPECT_EQ(1, journal().count("later.update_state"));
 }
 
 TEST(DocumentManager, ControllersAreEmptiedBeforeTheDestructionIsOver)

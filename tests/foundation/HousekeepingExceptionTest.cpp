@@ -1,9 +1,4 @@
-#include "interface/Interface.h"
-
-#include <tarqa/housekeeping/CancelCommandException.h>
-#include <tarqa/housekeeping/FailedCommandException.h>
 #include <tarqa/housekeeping/HousekeepingException.h>
-#include <tarqa/housekeeping/InvalidPath.h>
 
 #include <gtest/gtest.h>
 
@@ -27,24 +22,6 @@ std::string information(const Exception& exception)
     std::ostringstream stream;
     exception.log_information(stream);
     return stream.str();
-}
-
-/// Every class of the family.
-template <class E>
-class ExceptionOperations : public testing::Test
-{ };
-
-typedef testing::Types<Exception, HousekeepingException,
-    ExceptionTemplate<HousekeepingException, HousekeepingExceptionTag>, tarqa::housekeeping::InvalidPath,
-    tarqa::housekeeping::CancelCommandException, tarqa::housekeeping::FailedCommandException>
-    Exceptions;
-TYPED_TEST_SUITE(ExceptionOperations, Exceptions);
-
-TYPED_TEST(ExceptionOperations, FollowTheDestructorInTheListedOrder)
-{
-    EXPECT_TRUE(std::has_virtual_destructor_v<TypeParam>);
-    EXPECT_EQ(interface::slot_of(&TypeParam::log_information), 2u); // a destructor has two places
-    EXPECT_TRUE(interface::in_a_row(&TypeParam::log_information, &TypeParam::what));
 }
 
 TEST(HousekeepingException, IsTheTaggedTemplateOverTheRoot)

@@ -13,7 +13,6 @@
 
 #include <boost/shared_ptr.hpp>
 
-#include <map>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -28,50 +27,42 @@ typedef testing::Types<housekeeping::AbstractControllerFactory, housekeeping::Ab
     housekeeping::gui::HelpLauncherFactory>
     Factories;
 
-/// The bases of the products and the names that the messages must quote, written out independently of the
-/// factories.
+/// The names that the messages must quote, written out independently of the factories.
 template <class F>
 struct FactoryName;
 template <>
 struct FactoryName<housekeeping::AbstractControllerFactory>
 {
-    typedef housekeeping::AbstractController Product;
     static constexpr const char* value = "AbstractControllerFactory";
 };
 template <>
 struct FactoryName<housekeeping::AbstractDataInformationFactory>
 {
-    typedef housekeeping::AbstractDataInformation Product;
     static constexpr const char* value = "AbstractDataInformationFactory";
 };
 template <>
 struct FactoryName<housekeeping::AbstractDocumentFactory>
 {
-    typedef housekeeping::AbstractDocument Product;
     static constexpr const char* value = "AbstractDocumentFactory";
 };
 template <>
 struct FactoryName<housekeeping::AbstractModelFactory>
 {
-    typedef housekeeping::AbstractModel Product;
     static constexpr const char* value = "AbstractModelFactory";
 };
 template <>
 struct FactoryName<housekeeping::gui::AbstractPreferencesFactory>
 {
-    typedef housekeeping::gui::AbstractPreferences Product;
     static constexpr const char* value = "AbstractPreferencesFactory";
 };
 template <>
 struct FactoryName<housekeeping::gui::AbstractPresentationFactory>
 {
-    typedef housekeeping::gui::AbstractPresentation Product;
     static constexpr const char* value = "AbstractPresentationFactory";
 };
 template <>
 struct FactoryName<housekeeping::gui::HelpLauncherFactory>
 {
-    typedef housekeeping::gui::HelpLauncher Product;
     static constexpr const char* value = "HelpLauncherFactory";
 };
 

@@ -1,7 +1,5 @@
 #include "NamedFactoryFixture.h"
 
-#include "interface/Interface.h"
-
 #include <stdexcept>
 #include <thread>
 
@@ -45,28 +43,6 @@ TYPED_TEST(NamedFactory, DerivesFromTheCommonBase)
     EXPECT_TRUE(std::is_copy_constructible_v<ConcreteFactory<TypeParam>>);
     EXPECT_TRUE(std::is_copy_assignable_v<TypeParam>);
     EXPECT_FALSE(std::is_default_constructible_v<pkBase::pkAbstractFactory>);
-}
-
-TYPED_TEST(NamedFactory, MakesProductsOfItsBaseClass)
-{
-    typedef typename FactoryName<TypeParam>::Product Product;
-    const std::string name;
-    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::create()), boost::shared_ptr<Product>>));
-    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::create(name)), boost::shared_ptr<Product>>));
-    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::create_unmanaged()), Product*>));
-    EXPECT_TRUE((std::is_same_v<decltype(TypeParam::create_unmanaged(name)), Product*>));
-    EXPECT_TRUE((std::is_same_v<decltype(ConcreteFactory<TypeParam>::registry()),
-        std::map<std::string, TypeParam*>&>));
-    EXPECT_TRUE(
-        (std::is_same_v<decltype(ConcreteFactory<TypeParam>::registry_str()), std::vector<std::string>&>));
-    EXPECT_TRUE((std::is_same_v<decltype(ConcreteFactory<TypeParam>::default_product()), std::string&>));
-}
-
-TYPED_TEST(NamedFactory, CreatingOperationsFollowTheDestructor)
-{
-    EXPECT_EQ(interface::slot_of(&TypeParam::create_product), 2u); // a destructor has two places
-    EXPECT_TRUE(interface::in_a_row(&TypeParam::create_product, &TypeParam::create_unmanaged_product));
-    EXPECT_TRUE(std::is_abstract_v<TypeParam>);
 }
 
 TYPED_TEST(NamedFactory, HasNoDataOfItsOwn)

@@ -91,6 +91,54 @@ TEST_F(ClosedFloat, NoWatchedObjectIsTrue)
     EXPECT_THAT(m_window->floating(), ElementsAre(p_panel));
 }
 
+TEST_F(ClosedFloat, ClosingOfOtherWindowsGoesToTheBaseClassToo)
+{
+    QWidget* const p_panel = add_floating("Panel");
+    m_window->tab_bar().hide();
+    QWidget other;
+    QCloseEvent event;
+    EXPECT_FALSE(m_window->filters(&other, &event));
+    EXPECT_FALSE(m_window->filters(m_window.get(), &event));
+    EXPECT_FALSE(m_window->filters(p_panel, &event));
+    EXPECT_THAT(m_window->floating(), ElementsAre(p_panel));
+    EXPECT_TRUE(m_window->tab_bar().isHidden());
+}
+
+TEST_F(ClosedFloat, TabComesAfterTheGeometryAndBeforeThePage)
+{
+    QWidget* const p_panel = add_floating("Panel");
+    int calls = 0;
+    QObject::connect(&m_window->tab_bar(), &QTabBar::currentChanged, [&](int index) {
+        ++calls;
+        EXPECT_EQ(index, 0);
+        EXPECT_EQ(m_window->tabs(), QStringList("Panel"));
+        EXPECT_EQ(stored_keys(), QStringList("Panel/dockGeom"));
+        EXPECT_THAT(m_window->floating(), IsEmpty());
+        EXPECT_THAT(m_window->docked(), IsEmpty());
+        EXPECT_EQ(p_panel->parent(), nullptr);
+    });
+    float_of(p_panel).close();
+    EXPECT_EQ(calls, 1);
+    EXPECT_THAT(m_window->docked(), ElementsAre(p_panel));
+}
+
+TEST_F(ClosedFloat, TabBecomesCurrentWithItsPageAndBeforeAttachedComes)
+{
+    QWidget* const p_home = add("Home");
+    QWidget* const p_panel = add_floating("Panel");
+    QSignalSpy attached(m_window.get(), SIGNAL(attachedPanel(int)));
+    int calls = 0;
+    QObject::connect(&m_window->tab_bar(), &QTabBar::currentChanged, [&](int index) {
+        ++calls;
+        EXPECT_EQ(index, 1);
+        EXPECT_THAT(m_window->docked(), ElementsAre(p_home, p_panel));
+        EXPECT_EQ(attached.count(), 0);
+    });
+    float_of(p_panel).close();
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(attached.count(), 1);
+}
+
 TEST_F(ClosedFloat, AttachedComesWhenAllButTheTabBarIsDone)
 {
     add("Home");

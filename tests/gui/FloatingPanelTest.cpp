@@ -11,6 +11,7 @@
 #include <QtWidgets/QTabBar>
 
 #include <functional>
+#include <utility>
 
 // Tearing panels off: the floating window, the rules for titles and stretches, and what becomes of the tabs.
 
@@ -32,6 +33,28 @@ protected:
         m_window->addPanel(p_panel, QString());
         return p_panel;
     }
+};
+
+/// Calls a function when a floating window is about to be seen.
+class ShowWatch : public QObject
+{
+public:
+    explicit ShowWatch(std::function<void(ChildDockWidget&)> on_show)
+        : m_on_show(std::move(on_show))
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    bool eventFilter(QObject* p_watched, QEvent* p_event) override
+    {
+        auto* const p_window = qobject_cast<ChildDockWidget*>(p_watched);
+        if (p_window && p_event->type() == QEvent::Show) {
+            m_on_show(*p_window);
+        }
+        return false;
+    }
+
+private:
+    std::function<void(ChildDockWidget&)> m_on_show;
 };
 
 /// A spacer unlike any that the window makes of it.
@@ -98,6 +121,34 @@ TEST_F(FloatingPanel, TornOffPanelIsInAWindowOfItsOwn)
     EXPECT_EQ(m_window->stack().indexOf(p_panel), -1);
     EXPECT_EQ(m_window->tabs(), QStringList("Home"));
     EXPECT_TRUE(stored_keys().isEmpty());
+}
+
+TEST_F(FloatingPanel, WindowIsShownWhenAllIsDoneButItsEntry)
+{
+    QWidget* const p_other = add_floating("Other");
+    auto* const p_box = new QVBoxLayout;
+    QSpacerItem* const p_spacer = spacer();
+    p_box->addItem(p_spacer);
+    QWidget* const p_panel = add_with(p_box);
+    m_window->tear_off("Panel");
+    float_of(p_panel).move(52, 64);
+    m_window->writeSettings();
+    float_of(p_panel).close();
+    settle();
+    int calls = 0;
+    const ShowWatch watch([&](ChildDockWidget& window) {
+        ++calls;
+        EXPECT_EQ(window.windowTitle(), "Panel");
+        EXPECT_EQ(window.objectName(), "Panel");
+        EXPECT_EQ(window.pos(), QPoint(52, 64));
+        EXPECT_EQ(panel_in(window), p_panel);
+        EXPECT_EQ(p_panel->maximumWidth(), 9999);
+        EXPECT_EQ(p_spacer->sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
+        EXPECT_THAT(m_window->floating(), ElementsAre(p_other));
+    });
+    m_window->tear_off("Panel");
+    EXPECT_EQ(calls, 1);
+    EXPECT_THAT(m_window->floating(), ElementsAre(p_other, p_panel));
 }
 
 TEST_F(FloatingPanel, PanelOfAnUnseenPageIsVisibleInItsWindow)

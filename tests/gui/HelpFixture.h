@@ -10,6 +10,7 @@
 #include <tarqa/housekeeping/gui/HelpManager.h>
 #include <tarqa/housekeeping/gui/MainWindowMessage.h>
 
+#include <QtCore/QTranslator>
 #include <QtCore/QUrl>
 #include <QtGui/QIcon>
 #include <QtGui/QImage>
@@ -102,6 +103,26 @@ public slots:
 
 private:
     std::vector<QUrl> m_urls;
+};
+
+/// Puts "[T]" before each text of a class.
+class ClassTranslator : public QTranslator
+{
+public:
+    explicit ClassTranslator(const char* class_name)
+        : m_class_name(class_name)
+    {
+        QCoreApplication::installTranslator(this);
+    }
+    ~ClassTranslator() override { QCoreApplication::removeTranslator(this); }
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        return m_class_name == context ? "[T]" + QString(text) : QString();
+    }
+
+private:
+    QString m_class_name;
 };
 
 /// Sends a message. @return its entries; they are in the target when the function returns

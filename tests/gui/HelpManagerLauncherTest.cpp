@@ -378,6 +378,37 @@ TEST_F(HelpManagerNotice, IsOneHoweverOftenItIsAskedFor)
     EXPECT_FALSE(text.contains("TARQ_WELLS"));
 }
 
+TEST_F(HelpManagerNotice, IsPlainTextThatCanBeCopied)
+{
+    ask_for("<b>TARQ_WELLS</b>");
+    ASSERT_EQ(1u, boxes().size());
+    const QMessageBox& box = *boxes()[0];
+    EXPECT_EQ("Help", box.windowTitle());
+    EXPECT_EQ("This program has no help that could show the page \"<b>TARQ_WELLS</b>\".", box.text());
+    EXPECT_EQ(Qt::PlainText, box.textFormat());
+    EXPECT_EQ(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard, box.textInteractionFlags());
+    EXPECT_EQ(QMessageBox::Information, box.icon());
+    EXPECT_EQ(QMessageBox::Ok, box.standardButtons());
+    dismiss_box();
+}
+
+TEST_F(HelpManagerNotice, IsInTheUsersLanguage)
+{
+    {
+        const ClassTranslator translator("tarqa::housekeeping::gui::HelpManager");
+        ask_for("TARQ_WELLS");
+        ASSERT_EQ(1u, boxes().size());
+        EXPECT_EQ("[T]Help", boxes()[0]->windowTitle());
+        EXPECT_TRUE(dismiss_box().startsWith("[T]"));
+    }
+    const ClassTranslator translator("tarqa::housekeeping::gui::OpenOutside");
+    call("newJIRAIssue"); // which nothing opens
+    log.take_all();
+    ASSERT_EQ(1u, boxes().size());
+    EXPECT_EQ("[T]No Program Found", boxes()[0]->windowTitle());
+    EXPECT_TRUE(dismiss_box().startsWith("[T]"));
+}
+
 TEST_F(HelpManagerNotice, ComesAgainWhenTheUserHasClosedIt)
 {
     ask_for("TARQ_WELLS");

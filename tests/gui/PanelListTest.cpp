@@ -272,6 +272,21 @@ TEST_F(PanelList, RemovedFloatingPanelIsStoredAndLives)
     delete panel.data();
 }
 
+TEST_F(PanelList, WindowOfARemovedPanelIsDeletedAtOnceWhenAllElseIsDone)
+{
+    add("Home");
+    const std::unique_ptr<QWidget> panel(add_floating("Panel"));
+    int calls = 0;
+    QObject::connect(&float_of(panel.get()), &QObject::destroyed, [&] {
+        ++calls;
+        EXPECT_EQ(stored_keys(), QStringList({"Panel/dockSize", "Panel/floating"}));
+        EXPECT_EQ(panel->parent(), nullptr);
+        EXPECT_THAT(m_window->floating(), IsEmpty());
+    });
+    m_window->removePanel(1);
+    EXPECT_EQ(calls, 1);
+}
+
 TEST_F(PanelList, RemovedFloatingPanelFloatsWhenItIsAddedAgain)
 {
     add("Home");

@@ -138,6 +138,20 @@ TEST_F(PanelSettings, ClosingAFloatWritesItsGeometryAlone)
     EXPECT_EQ(stored("Panel/floating"), QVariant(false));
 }
 
+TEST_F(PanelSettings, GeometryOfTheClosingIsThatOfTheFloat)
+{
+    m_window->move(10, 20);
+    QWidget* const p_panel = add_floating("Panel");
+    for (const QPoint& place : {QPoint(52, 64), QPoint(90, 95)}) {
+        float_of(p_panel).move(place);
+        const QByteArray geometry = float_of(p_panel).saveGeometry();
+        ASSERT_NE(geometry, m_window->saveGeometry());
+        float_of(p_panel).close();
+        EXPECT_EQ(stored("Panel/dockGeom/").toByteArray(), geometry);
+        m_window->tear_off("Panel");
+    }
+}
+
 TEST_F(PanelSettings, GeometryOfAClosedAmpersandFloatIsUnderItsTab)
 {
     QWidget* const p_panel = add_floating("A & B");
@@ -363,6 +377,20 @@ TEST_F(PanelSettings, CorruptGeometryLeavesTheDefaultPlace)
         QWidget* const p_panel = add_floating(title);
         EXPECT_EQ(float_of(p_panel).pos(), place) << i;
         EXPECT_TRUE(float_of(p_panel).isVisible()) << i;
+    }
+}
+
+TEST_F(PanelSettings, FloatIsNeitherMaximisedNorFullScreenWhateverIsStored)
+{
+    QWidget large;
+    for (const Qt::WindowState state : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+        large.setWindowState(state);
+        large.show();
+        const QString title = QString("Panel %1").arg(state);
+        store(title + "/dockSize", large.saveGeometry());
+        const ChildDockWidget& window = float_of(add_floating(title));
+        settle(); // the window system tells afterwards
+        EXPECT_EQ(window.windowState(), Qt::WindowNoState);
     }
 }
 

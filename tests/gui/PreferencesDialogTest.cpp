@@ -10,8 +10,10 @@
 #include <QtGui/QWheelEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/qtestspontaneevent.h>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QShortcut>
 #include <QtWidgets/QSpinBox>
+#include <QtWidgets/QTabBar>
 
 #include <limits>
 
@@ -77,6 +79,47 @@ TEST_F(PreferencesDialog, IsAtLeastOfTheMinimumSize)
     register_page("a");
     EXPECT_GE(dialog().width(), 450);
     EXPECT_GE(dialog().height(), 378);
+}
+
+TEST_F(PreferencesDialog, IsOfItsPreferredSizeOrTheMinimumSize)
+{
+    register_page("small");
+    EXPECT_EQ(dialog().size(), QSize(450, 378)); // and not of the form's first size
+    EXPECT_EQ(dialog().sizeHint().expandedTo(QSize(450, 378)), QSize(450, 378));
+    register_page("wide").on_created = [](FakePage& page) { page.setMinimumSize(520, 10); };
+    const gui::PreferencesDialog wide(&m_parent);
+    EXPECT_EQ(wide.size(), QSize(wide.sizeHint().width(), 378));
+    EXPECT_GT(wide.width(), 520);
+    register_page("high").on_created = [](FakePage& page) { page.setMinimumSize(10, 400); };
+    const gui::PreferencesDialog high(&m_parent);
+    EXPECT_EQ(high.size(), high.sizeHint());
+    EXPECT_GT(high.height(), 400);
+}
+
+TEST_F(PreferencesDialog, FormIsWholeAndWithoutATabWhenThePagesAreMade)
+{
+    QSize size;
+    QString title;
+    QStringList children;
+    int tab_count = -1;
+    Qt::WindowFlags flags;
+    register_page("a").on_created = [&](FakePage&) {
+        const auto* const p_dialog = m_parent.findChild<QDialog*>("PreferenceDialog");
+        ASSERT_TRUE(p_dialog);
+        size = p_dialog->size();
+        title = p_dialog->windowTitle();
+        flags = p_dialog->windowFlags();
+        for (const char* const name : {"m_tab", "helpButton", "m_okButton", "m_cancelButton"}) {
+            children << (p_dialog->findChild<QWidget*>(name) ? name : "");
+        }
+        tab_count = p_dialog->findChild<QTabWidget*>("m_tab")->count();
+    };
+    dialog();
+    EXPECT_EQ(size, QSize(493, 500));
+    EXPECT_EQ(title, "Preferences");
+    EXPECT_EQ(flags, dialog().windowFlags());
+    EXPECT_EQ(children, QStringList({"m_tab", "helpButton", "m_okButton", "m_cancelButton"}));
+    EXPECT_EQ(tab_count, 0);
 }
 
 TEST_F(PreferencesDialog, IsLargeEnoughForALargePage)
@@ -209,6 +252,41 @@ TEST_F(PreferencesDialog, SendsNoSignalWithoutPages)
     EXPECT_EQ(dialog().result(), QDialog::Accepted);
     close_button().click();
     EXPECT_EQ(spy.size(), 0); // nothing was applied
+}
+
+TEST_F(PreferencesDialog, TabKeyLeadsFromThePageToTheButtons)
+{
+    QLineEdit* p_field = nullptr;
+    register_page("a").on_created = [&](FakePage& page) { p_field = new QLineEdit(&page); };
+    show();
+    p_field->setFocus();
+    std::vector<QWidget*> stops;
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        stops.push_back(QApplication::focusWidget());
+    }
+    QWidget* const p_help = dialog().findChild<QWidget*>("helpButton");
+    ASSERT_EQ(stops[0], &apply_button());
+    EXPECT_EQ(stops[1], &close_button());
+    EXPECT_EQ(stops[2], p_help);
+    EXPECT_EQ(stops[3], tabs().tabBar());
+}
+
+TEST_F(PreferencesDialog, ReturnKeyAppliesWhereverTheFocusIs)
+{
+    QLineEdit* p_field = nullptr;
+    register_page("a").on_created = [&](FakePage& page) { p_field = new QLineEdit(&page); };
+    const QSignalSpy opened(&pkBase::pkProductInfo::instance(), &pkBase::pkProductInfo::openHelp);
+    show();
+    steps();
+    for (QWidget* const p_stop : {static_cast<QWidget*>(p_field), static_cast<QWidget*>(&close_button()),
+             dialog().findChild<QWidget*>("helpButton"), static_cast<QWidget*>(&apply_button())}) {
+        p_stop->setFocus();
+        QTest::keyClick(p_stop, Qt::Key_Return);
+        EXPECT_THAT(steps(), ElementsAre("a.accept")) << p_stop->objectName().toStdString();
+    }
+    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_EQ(opened.size(), 0);
 }
 
 // The pages

@@ -189,6 +189,18 @@ TEST_F(PreferencesDialogThatMeetsFailures, PageThatCannotBeAppliedIsLoggedAndSho
     EXPECT_EQ(dialogs.shown().size(), 1U);
 }
 
+TEST_F(PreferencesDialogThatMeetsFailures, PageThatCannotBeAppliedDoesNotCountAsAccepted)
+{
+    m_failing.on_created = [](FakePage& page) { page.on_accept = &throw_std; };
+    show();
+    LogCapture log;
+    DialogDriver dialogs;
+    dialogs.cancel();
+    apply_button().click();
+    log.take_all();
+    EXPECT_EQ(dialog().result(), QDialog::Rejected);
+}
+
 TEST_F(PreferencesDialogThatMeetsFailures, MakersExceptionOfAPageIsLoggedAndShown)
 {
     m_failing.on_created = [](FakePage& page) { page.on_accept = &throw_tarqa; };
@@ -230,6 +242,14 @@ TEST_F(PreferencesDialogThatMeetsFailures, AnythingElseIsShownInTheUsersLanguage
     EXPECT_EQ(dialogs.shown().front().title, "<T>Preferences");
     EXPECT_EQ(dialogs.shown().front().text, "<T>The page failed for an unknown reason.");
     log.take_all();
+}
+
+TEST_F(PreferencesDialogThatMeetsFailures, FormIsInTheUsersLanguage)
+{
+    const Translator translator;
+    EXPECT_EQ(dialog().windowTitle(), "<T>Preferences");
+    EXPECT_EQ(apply_button().text(), "<T>Apply");
+    EXPECT_EQ(close_button().text(), "<T>Close");
 }
 
 TEST_F(PreferencesDialogThatMeetsFailures, PageMayEndTheDialogAndFail)

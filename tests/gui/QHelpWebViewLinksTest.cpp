@@ -277,6 +277,14 @@ TEST(QHelpWebViewPage, LocalFilesThatAreNoPagesOpenOutside)
     }
 }
 
+TEST(QHelpWebViewPage, SuffixOfAPageIsWrittenInSmallLetters)
+{
+    for (const char* const address : {"file:///help/page.HTML", "file:///help/page.HTM",
+             "file:///help/page.Html", "file:///help/page.hTm"}) {
+        EXPECT_TRUE(QHelpWebViewPage::opens_outside(QUrl(address))) << address;
+    }
+}
+
 TEST(QHelpWebViewPage, PagesAndTheWebAreNoneOfThem)
 {
     for (const char* const address :

@@ -144,6 +144,16 @@ TEST_F(QHelpWebViewMenu, HasItsEntriesInOrder)
     EXPECT_THAT(opened.take_texts(), IsEmpty());
 }
 
+TEST_F(QHelpWebViewMenu, IsInTheUsersLanguage)
+{
+    const ClassTranslator translator("tarqa::housekeeping::gui::QHelpWebView");
+    open_page("text");
+    with_menu([](QMenu& menu) {
+        EXPECT_EQ("[T]Open Help in Web Browser", menu.actions().at(OpenHelp)->text());
+        EXPECT_EQ("[T]Open Current Page Web Browser", menu.actions().at(OpenCurrentPage)->text());
+    });
+}
+
 TEST_F(QHelpWebViewMenu, AppearsWhereTheEventWas)
 {
     open_page("text");
@@ -283,6 +293,17 @@ TEST_F(QHelpWebViewPrint, AsksForThePrinter)
     EXPECT_TRUE(shown.is_print_dialog);
     EXPECT_TRUE(shown.modal);
     EXPECT_EQ("Terrain, Professional", shown.creator);
+}
+
+TEST_F(QHelpWebViewPrint, AsksInTheUsersLanguage)
+{
+    const ClassTranslator translator("tarqa::housekeeping::gui::QHelpWebView");
+    open_page("text");
+    DialogDriver dialogs;
+    answer(dialogs, QDialog::Rejected);
+    print(&main_frame());
+    ASSERT_EQ(1u, dialogs.shown().size());
+    EXPECT_EQ("[T]Print Help", dialogs.shown()[0].title);
 }
 
 TEST_F(QHelpWebViewPrint, CreatorIsTheProductWithoutAMarketingName)

@@ -140,6 +140,26 @@ TEST_F(QHelpWebViewBasics, PointsForLaterUseAreConnectedAndDoNothing)
         QObject::disconnect(&main_frame(), &QWebFrame::javaScriptWindowObjectCleared, view.get(), nullptr));
 }
 
+TEST_F(QHelpWebViewBasics, PageWithoutColoursStandsOnWhitePaperOnADarkDesktopToo)
+{
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    QApplication::setPalette(dark);
+    open_page("");
+    EXPECT_EQ(QColor(Qt::white), view->grab().toImage().pixelColor(300, 200));
+    QWebView plain;
+    plain.resize(view->size());
+    plain.setHtml("<html><body></body></html>");
+    EXPECT_EQ(QColor(Qt::black), plain.grab().toImage().pixelColor(300, 200)); // which texts are, too
+}
+
+TEST_F(QHelpWebViewBasics, TitleIsInTheUsersLanguage)
+{
+    const ClassTranslator translator("tarqa::housekeeping::gui::QHelpWebView");
+    open_page("");
+    EXPECT_EQ("[T]Online Help: TarqHelpful", view->windowTitle());
+}
+
 // Scripts of the program
 
 TEST_F(QHelpWebViewBasics, ScriptRunsAtOnce)
@@ -282,6 +302,17 @@ TEST_F(QHelpWebViewBasics, NameOfAMissingPageIsNoMarkUp)
     EXPECT_EQ("", evaluate("document.getElementById('bold') ? 'marked up' : ''"));
 }
 
+TEST_F(QHelpWebViewBasics, MissingPageSaysWhatIsWrongInTheUsersLanguage)
+{
+    const ClassTranslator translator("tarqa::housekeeping::gui::QHelpWebViewPage");
+    open(path("missing.html"));
+    EXPECT_EQ("[T]This page cannot be shown", evaluate("document.getElementsByTagName('h1')[0].textContent"));
+    EXPECT_EQ("[T]This page cannot be shown", evaluate("document.title"));
+    EXPECT_EQ("2", evaluate("document.getElementsByTagName('p').length")); // which page, and why
+    EXPECT_NE("", evaluate("document.getElementsByTagName('p')[1].textContent"));
+    EXPECT_EQ(url("missing.html"), view->url()); // as what it was asked for
+}
+
 TEST_F(QHelpWebViewBasics, MissingLinkedPageIsNamedInItsPlace)
 {
     open_page("<a id='link' href='missing.html'>missing</a>");
@@ -303,4 +334,19 @@ TEST_F(QHelpWebViewBasics, PageWithAMissingPictureIsShown)
     open_page("the text<img src='missing.png'>");
     EXPECT_TRUE(text().contains("the text"));
     EXPECT_FALSE(text().contains("missing.png"));
+}
+
+TEST_F(QHelpWebViewBasics, OnlyAPageThatCouldNotBeReadIsNamedInItsPlace)
+{
+    QHelpWebViewPage page;
+    QWebPage& base = page;
+    QWebPage::ErrorPageExtensionOption option;
+    option.url = url("missing.html");
+    option.domain = QWebPage::WebKit; // the page was left to another program
+    QWebPage::ErrorPageExtensionReturn answer;
+    EXPECT_FALSE(base.extension(QWebPage::ErrorPageExtension, &option, &answer));
+    EXPECT_TRUE(answer.content.isEmpty());
+    option.domain = QWebPage::QtNetwork;
+    EXPECT_TRUE(base.extension(QWebPage::ErrorPageExtension, &option, &answer));
+    EXPECT_TRUE(answer.content.contains("missing.html"));
 }

@@ -20,6 +20,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace undo_redo_test {
@@ -72,6 +73,20 @@ inline void run_many(const FakeDocument& document, int count)
 inline void close_document(const FakeDocument& document)
 {
     DocumentManager::instance().destroy_document(document.id(), true, false, false, DocumentId::null());
+}
+
+/// Whether another thread could lock the controller now.
+inline bool free_for_others()
+{
+    bool locked = false;
+    QMutex& mutex = TestAccess::mutex(controller());
+    std::thread([&locked, &mutex] {
+        locked = mutex.tryLock();
+        if (locked) {
+            mutex.unlock();
+        }
+    }).join();
+    return locked;
 }
 
 /// What a list holds: "[ ] Rotate (1)" for each entry with its data, an x in the box if it is checked, "----"

@@ -60,19 +60,6 @@ protected:
         EXPECT_TRUE(free_for_others());
     }
 
-    static bool free_for_others()
-    {
-        bool locked = false;
-        std::thread([&locked] {
-            QMutex& mutex = TestAccess::mutex(controller());
-            locked = mutex.tryLock();
-            if (locked) {
-                mutex.unlock();
-            }
-        }).join();
-        return locked;
-    }
-
     FakeDocument& document = support::create_document();
     boost::shared_ptr<FakeCommand> newest;
 };
@@ -134,6 +121,24 @@ TEST_F(UndoRedoRuns, OtherViewsAreRefreshedOnce)
     EXPECT_EQ(1, journal().count("view.update"));
     presentation().redos_selected(2);
     EXPECT_EQ(2, journal().count("view.update"));
+}
+
+TEST_F(UndoRedoRuns, OtherViewsAreRefreshedAtTheEndUnderTheLock)
+{
+    const JournalingReceiver receiver;
+    support::FakeView view("view");
+    view.register_controller(&controller());
+    view.on_update = [] {
+        EXPECT_FALSE(free_for_others());
+        EXPECT_FALSE(DocumentManager::instance().documents_busy());
+    };
+    presentation().undo();
+    EXPECT_THAT(journal().entries(),
+        ElementsAre("Document 1.busy(true)", "Busy(Document 1)", "DocumentHistoryMsg", "4.undo",
+            "4.finished(true)", "CommandMessage(4, 1)", "Idle(Document 1)", "Document 1.busy(false)",
+            "view.update"));
+    view.on_update = nullptr;
+    view.unregister();
 }
 
 TEST_F(UndoRedoRuns, ControllerIsLockedMeanwhile)

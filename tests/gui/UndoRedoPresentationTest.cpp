@@ -240,6 +240,28 @@ TEST_F(UndoRedoActions, TextsAreTranslated)
     QCoreApplication::removeTranslator(&translator);
 }
 
+TEST_F(UndoRedoActions, ListsAndQuickHelpAreTranslated)
+{
+    Translator translator;
+    QCoreApplication::installTranslator(&translator);
+    run_many(support::create_document(), 4);
+    presentation().undos_selected(2);
+    gui::UndoRedoPresentation translated;
+    translated.init();
+    translated.build();
+    const QMenu& undos = *translated.undo_tool_bar_action()->menu();
+    const QMenu& redos = *translated.redo_tool_bar_action()->menu();
+    EXPECT_EQ("<T>Undo 0<T> Actions", undos.actions().last()->text());
+    EXPECT_EQ("<T>Redo 0<T> Actions", redos.actions().last()->text());
+    undos.actions().first()->hover();
+    EXPECT_EQ("<T>Undo 1<T> Action", undos.actions().last()->text());
+    redos.actions().at(1)->hover();
+    EXPECT_EQ("<T>Redo 2<T> Actions", redos.actions().last()->text());
+    EXPECT_THAT(quickhelp_test::texts(quickhelp_test::list(QuickHelpSection::Editing)),
+        testing::UnorderedElementsAre("Undo", "Redo", "<T>Undo", "<T>Redo"));
+    QCoreApplication::removeTranslator(&translator);
+}
+
 // The quick help
 
 TEST_F(UndoRedoActions, ShortcutsAreInTheQuickHelpOfEveryDocument)

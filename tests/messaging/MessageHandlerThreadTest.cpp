@@ -1,5 +1,6 @@
 #include "support/App.h"
 #include "support/MessageSpy.h"
+#include "support/MutexWatch.h"
 #include "support/TestAccess.h"
 
 #include <tarqa/housekeeping/ApplicationMessage.h>
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <map>
 #include <thread>
 #include <vector>
@@ -86,15 +86,18 @@ TEST(MessageHandlerThreads, PostWaitsWhileASlotOfAPostedMessageRuns)
     MessageHandler& handler = MessageHandler::instance();
     std::atomic<bool> posted{false};
     std::thread poster;
-    spy.run_in_slot([&spy, &posted, &poster](ApplicationMessage&) {
+    spy.run_in_slot([&](ApplicationMessage&) {
         if (spy.count() > 1) {
             return;
         }
+        const support::MutexWatch<QMutex> watch(TestAccess::mutex(handler));
         poster = std::thread([&posted] {
             ApplicationMessage::instance()->post();
             posted = true;
         });
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        while (!posted && !watch.somebody_waits()) {
+            std::this_thread::yield();
+        }
         EXPECT_FALSE(posted);
     });
     ApplicationMessage::instance()->post();

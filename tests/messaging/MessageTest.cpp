@@ -1,4 +1,3 @@
-#include "interface/Interface.h"
 #include "support/LogCapture.h"
 #include "support/MessageSpy.h"
 
@@ -45,11 +44,6 @@ TEST(Message, IsAnAbstractQObject)
     EXPECT_FALSE(std::is_copy_constructible_v<Message>);
     EXPECT_EQ(sizeof(Message), sizeof(QObject)); // no members of its own
     EXPECT_STREQ(Message::staticMetaObject.className(), "tarqa::housekeeping::Message");
-}
-
-TEST(Message, SendsByTwoVirtualOperationsInTheListedOrder)
-{
-    EXPECT_TRUE(interface::in_a_row(static_cast<void (Message::*)()>(&Message::dispatch), &Message::post));
 }
 
 TEST(Message, DispatchOfNullIsLogged)

@@ -130,6 +130,15 @@ TEST_F(QLogFileViewer, MissingFileIsRemarked)
     EXPECT_NE(remarks().replace("missing.log", "Tarq_1.log"), before);
 }
 
+TEST_F(QLogFileViewer, RemarksSayWhyThereIsNothing)
+{
+    viewer().refresh();
+    EXPECT_NE(remarks().indexOf("There is no log file."), -1) << remarks().toStdString();
+    viewer().setPath(path("."));
+    viewer().refresh();
+    EXPECT_NE(remarks().indexOf("It is no file."), -1) << remarks().toStdString();
+}
+
 TEST_F(QLogFileViewer, DeletedFileStaysToBeSeenWithARemark)
 {
     view("first\nsecond\n");

@@ -479,6 +479,12 @@ TEST_F(QPKAboutBox, TakesAParentAndHasATitle)
     EXPECT_FALSE(box.windowTitle().isEmpty());
 }
 
+TEST_F(QPKAboutBox, KeepsTheWindowBelowFromBeingUsed)
+{
+    const pkBase::QPKAboutBox box(m_page);
+    EXPECT_TRUE(box.isModal());
+}
+
 TEST_F(QPKAboutBox, WorksBeforeTheProductIsNamed)
 {
     pkBase::pkDestructor::run(); // the next product information is fresh

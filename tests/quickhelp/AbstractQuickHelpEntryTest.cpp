@@ -148,6 +148,32 @@ TEST(AbstractQuickHelpEntry, NewSectionAnnouncesTheEntryOnly)
     EXPECT_EQ(log.take(), Lines{"entry 0"});
 }
 
+TEST(AbstractQuickHelpEntry, ValuesAreStoredBeforeTheyAreAnnounced)
+{
+    Probe entry;
+    int announced = 0;
+    QObject::connect(&entry, &AbstractQuickHelpEntry::visibleChanged, &entry, [&](bool visible) {
+        ++announced;
+        EXPECT_EQ(entry.visible(), visible);
+    });
+    QObject::connect(&entry, &AbstractQuickHelpEntry::descriptionChanged, &entry, [&](const QString& text) {
+        ++announced;
+        EXPECT_EQ(entry.description(), text);
+    });
+    QObject::connect(&entry, &AbstractQuickHelpEntry::attachedChanged, &entry, [&](bool attached) {
+        ++announced;
+        EXPECT_EQ(entry.attached(), attached);
+    });
+    entry.setVisible(false);
+    entry.setDescription("new");
+    entry.setAttached(true);
+    EXPECT_EQ(announced, 3);
+    QuickHelpSection seen = QuickHelpSection::NoSection;
+    QObject::connect(&entry, &AbstractQuickHelpEntry::entryChanged, &entry, [&] { seen = entry.section(); });
+    entry.setSection(QuickHelpSection::File);
+    EXPECT_EQ(seen, QuickHelpSection::File);
+}
+
 TEST(AbstractQuickHelpEntry, TextAndSectionAreGivenByReference)
 {
     static_assert(std::is_same_v<decltype(std::declval<const Probe&>().description()), const QString&>);
@@ -198,6 +224,8 @@ TEST(AbstractQuickHelpEntry, SlotsAreInvokableByName)
         QMetaObject::invokeMethod(&entry, "setAttached", Q_RETURN_ARG(bool, changed), Q_ARG(bool, true)));
     EXPECT_TRUE(changed);
     EXPECT_TRUE(entry.attached());
+    EXPECT_TRUE(QMetaObject::invokeMethod(&entry, "setVisible", Q_ARG(bool, false)));
+    EXPECT_FALSE(entry.visible());
     EXPECT_TRUE(QMetaObject::invokeMethod(&entry, "setSection", Q_RETURN_ARG(bool, changed),
         Q_ARG(QuickHelpSection, QuickHelpSection::Selection)));
     EXPECT_FALSE(changed);

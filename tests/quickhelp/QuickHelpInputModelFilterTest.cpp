@@ -173,6 +173,22 @@ TEST(QuickHelpInputModelFilter, ReadsTheRolesOfAnySource)
     EXPECT_EQ(texts(filter), Lines{"0"});
 }
 
+TEST(QuickHelpInputModelFilter, RowsBelowOthersAreJudgedByTheirOwnRoles)
+{
+    QStandardItemModel source(1, 1);
+    const QModelIndex top = source.index(0, 0);
+    source.setData(top, true, Visible);
+    source.insertColumns(0, 1, top);
+    source.insertRows(0, 2, top);
+    source.setData(source.index(1, 0, top), true, Visible);
+    source.setData(source.index(1, 0, top), "below", Description);
+    QuickHelpInputModelFilter filter(doc(7), nullptr);
+    filter.setSourceModel(&source);
+    ASSERT_EQ(filter.rowCount(), 1);
+    ASSERT_EQ(filter.rowCount(filter.index(0, 0)), 1);
+    EXPECT_EQ(filter.index(0, 0, filter.index(0, 0)).data(Description), QVariant("below"));
+}
+
 TEST(QuickHelpInputModelFilter, SourceGoesFirst)
 {
     Binding entry(7, "text");

@@ -5,6 +5,7 @@
 #include <QtCore/QMetaEnum>
 #include <QtCore/QStringListModel>
 
+#include <dlfcn.h>
 #include <memory>
 
 namespace {
@@ -51,6 +52,13 @@ TEST(QuickHelpInputModel, MetaObjectListsTheSlotsInOrder)
         (Lines{"bool addInput(const AbstractQuickHelpInputEntry*)", "bool updateInput(QuickHelpEntryId)",
             "bool removeInput(QuickHelpEntryId)"}));
     EXPECT_TRUE(methods(meta, QMetaMethod::Signal).empty());
+}
+
+TEST(QuickHelpInputModel, IsNotExportedButItsFilterIs)
+{
+    const auto is_exported = [](const char* symbol) { return dlsym(RTLD_DEFAULT, symbol) != nullptr; };
+    EXPECT_FALSE(is_exported("_ZN5tarqa12housekeeping19QuickHelpInputModel16staticMetaObjectE"));
+    EXPECT_TRUE(is_exported("_ZN5tarqa12housekeeping25QuickHelpInputModelFilter16staticMetaObjectE"));
 }
 
 TEST(QuickHelpInputModel, PublishesItsRoles)
@@ -150,6 +158,56 @@ TEST(QuickHelpInputModel, RemovesTheRowAndListensNoMore)
     entries[5]->setVisible(false);
     EXPECT_FALSE(call("removeInput", 5));
     EXPECT_TRUE(log.take().empty());
+}
+
+TEST(QuickHelpInputModel, EntryThatComesBackIsHeardOnce)
+{
+    const auto entries = ten_entries();
+    for (int time = 0; time < 3; ++time) {
+        EXPECT_TRUE(add(entries[5].get()));
+        ModelLog log(model());
+        entries[5]->setDescription(QString::number(time));
+        EXPECT_EQ(log.take(), Lines{"changed 0 0 0"});
+        EXPECT_TRUE(call("removeInput", 5));
+    }
+}
+
+TEST(QuickHelpInputModel, RowsComeAndGoBetweenTheTwoAnnouncements)
+{
+    const auto entries = ten_entries();
+    std::vector<int> counts;
+    QObject context;
+    const auto note = [&counts] { counts.push_back(model().rowCount()); };
+    QObject::connect(&model(), &QAbstractItemModel::rowsAboutToBeInserted, &context, note);
+    QObject::connect(&model(), &QAbstractItemModel::rowsInserted, &context, note);
+    QObject::connect(&model(), &QAbstractItemModel::rowsAboutToBeRemoved, &context, note);
+    QObject::connect(&model(), &QAbstractItemModel::rowsRemoved, &context, note);
+    add(entries[2].get());
+    add(entries[1].get());
+    call("removeInput", 2);
+    EXPECT_EQ(counts, (std::vector<int>{0, 1, 1, 2, 2, 1}));
+}
+
+TEST(QuickHelpInputModel, RowOfAnEntryThatIsGoingIsNotRemovedTwice)
+{
+    /// Leaves the clearing up to the base class, which can no longer ask it for its texts.
+    class Gesture : public AbstractQuickHelpInputEntry
+    {
+    public:
+        Gesture()
+            : AbstractQuickHelpInputEntry(nullptr, doc(7), "text", QuickHelpSection::View)
+        { }
+        QString input() const override { return "Pinch"; }
+    };
+    auto entry = std::make_unique<Gesture>();
+    add(entry.get());
+    std::vector<bool> results;
+    QObject context;
+    QObject::connect(&model(), &QAbstractItemModel::rowsAboutToBeRemoved, &context,
+        [&results] { results.push_back(call("removeInput", 0)); });
+    entry.reset();
+    EXPECT_EQ(results, std::vector<bool>{false});
+    EXPECT_EQ(model().rowCount(), 0);
 }
 
 TEST(QuickHelpInputModel, AnswersTheFourRoles)

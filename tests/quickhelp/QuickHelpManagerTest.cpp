@@ -130,6 +130,17 @@ TEST(QuickHelpManager, WithoutTextsGivesTheSharedEmptyOne)
     EXPECT_EQ(&manager.description(doc(7)), &QuickHelpManager::EMPTY);
 }
 
+TEST(QuickHelpManager, NullIsNeitherTitleNorDescription)
+{
+    QuickHelpManager& manager = QuickHelpManager::instance();
+    ManagerLog log;
+    EXPECT_FALSE(manager.addTitle(doc(7), nullptr));
+    EXPECT_FALSE(manager.addDescription(doc(7), nullptr));
+    EXPECT_FALSE(manager.removeTitle(doc(7), nullptr));
+    EXPECT_FALSE(manager.removeDescription(doc(7), nullptr));
+    EXPECT_TRUE(log.take().empty());
+}
+
 TEST(QuickHelpManager, NewestTitleCounts)
 {
     QuickHelpManager& manager = QuickHelpManager::instance();
@@ -239,6 +250,56 @@ TEST(QuickHelpManager, RemovingAnUnknownDescriptionSignalsNothing)
     EXPECT_TRUE(log.take().empty());
     entry.setDescription("new"); // still heard
     EXPECT_EQ(log.take(), Lines{"description 7 new"});
+}
+
+TEST(QuickHelpManager, TextsCountAlreadyWhenTheyAreAnnounced)
+{
+    QuickHelpManager& manager = QuickHelpManager::instance();
+    QuickHelpTitleEntry title(nullptr, doc(7), "title");
+    QuickHelpDescriptionEntry description(nullptr, doc(7), "description");
+    Lines seen;
+    QObject context;
+    QObject::connect(&manager, &QuickHelpManager::titleChanged, &context,
+        [&] { seen.push_back("title " + manager.title(doc(7)).toStdString()); });
+    QObject::connect(&manager, &QuickHelpManager::descriptionChanged, &context,
+        [&] { seen.push_back("description " + manager.description(doc(7)).toStdString()); });
+    manager.addTitle(doc(7), &title);
+    manager.removeTitle(doc(7), &title);
+    manager.addDescription(doc(7), &description);
+    description.setVisible(false);
+    description.setVisible(true);
+    manager.removeDescription(doc(7), &description);
+    EXPECT_EQ(seen,
+        (Lines{"title title", "title ", "description description", "description ", "description description",
+            "description "}));
+}
+
+TEST(QuickHelpManager, ChangedDescriptionIsAnnouncedForItsOwnDocument)
+{
+    QuickHelpManager& manager = QuickHelpManager::instance();
+    QuickHelpDescriptionEntry own(nullptr, doc(7), "own");
+    QuickHelpDescriptionEntry lent(nullptr, doc(7), "lent");
+    EXPECT_TRUE(manager.addDescription(doc(7), &own));
+    EXPECT_TRUE(manager.addDescription(doc(8), &lent)); // though it belongs to 7
+    EXPECT_EQ(manager.description(doc(8)), "lent");
+    ManagerLog log;
+    lent.setDescription("new");
+    EXPECT_EQ(log.take(), Lines{"description 7 own"});
+    EXPECT_EQ(manager.description(doc(8)), "new");
+    EXPECT_TRUE(manager.removeDescription(doc(8), &lent));
+}
+
+TEST(QuickHelpManager, NothingIsNeitherTitleNorDescription)
+{
+    QuickHelpManager& manager = QuickHelpManager::instance();
+    ManagerLog log;
+    EXPECT_FALSE(manager.addTitle(doc(7), nullptr));
+    EXPECT_FALSE(manager.removeTitle(doc(7), nullptr));
+    EXPECT_FALSE(manager.addDescription(doc(7), nullptr));
+    EXPECT_FALSE(manager.removeDescription(doc(7), nullptr));
+    EXPECT_TRUE(log.take().empty());
+    EXPECT_EQ(&manager.title(doc(7)), &QuickHelpManager::EMPTY);
+    EXPECT_EQ(&manager.description(doc(7)), &QuickHelpManager::EMPTY);
 }
 
 TEST(QuickHelpManager, RemovingTheHiddenNewestBringsTheOlderBack)

@@ -25,6 +25,7 @@
 
 #include <QtCore/QTimer>
 
+#include <mutex>
 #include <vector>
 
 namespace tarqa::housekeeping {
@@ -78,6 +79,10 @@ public:
     {
         manager.m_document_registry[id].reset();
     }
+    static QMutex& registry_mutex(DocumentManager& manager) { return manager.m_registry_mutex; }
+    static QMutex& busy_mutex(DocumentManager& manager) { return manager.m_busy_mutex; }
+    static QMutex& destruction_mutex(DocumentManager& manager) { return manager.m_destruction_mutex; }
+    static std::mutex& container_mutex(DocumentManager& manager) { return manager.m_container_mutex; }
 
     // Controllers
     static void acquire(AbstractController& controller) { controller.acquire(); }
@@ -144,6 +149,7 @@ public:
     static bool cancel_requested(const AbstractCommand& command) { return command.m_cancelled; }
     static void do_command(AbstractCommand& command) { command.do_command(); }
     static void undo_command(AbstractCommand& command) { command.undo_command(); }
+    static QMutex& mutex(CommandManager& manager) { return manager.m_mutex; }
     static void push_back_null(CompositeCommand& command)
     {
         command.m_commands.emplace_back(boost::shared_ptr<AbstractCommand>(), false);
@@ -182,6 +188,12 @@ public:
     }
     static QMessageBox::StandardButton last_button(const ErrorHandler& handler) { return handler.m_button; }
 
+    // Timing
+    static void start(TimerObject& timer, const QTime& start) { timer.m_start = start; }
+    static int milliseconds_between(const QTime& start, const QTime& end)
+    {
+        return TimerObject::milliseconds_between(start, end);
+    }
     /// A timing report without the clock; @p steps are (name, nanoseconds, count) in first-seen order.
     struct Step
     {

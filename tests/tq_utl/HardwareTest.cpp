@@ -97,7 +97,12 @@ TEST(Hardware, LogIsOneLinePerKnownFact)
     EXPECT_NE(text.find("\nPhysical memory: " + std::to_string(Hardware::physical_memory() / (1024 * 1024))
                   + " MiB\n"),
         std::string::npos);
-    EXPECT_EQ(text.find("\nProcessor: ") != std::string::npos, !Hardware::processor().empty());
+    const std::size_t processor = text.find("\nProcessor: ");
+    EXPECT_EQ(processor != std::string::npos, !Hardware::processor().empty());
+    if (processor != std::string::npos) {
+        EXPECT_LT(processor, text.find("\nLogical processors: "));
+    }
+    EXPECT_LT(text.find("\nLogical processors: "), text.find("\nPhysical memory: "));
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         const std::size_t colon = line.find(": ");

@@ -109,6 +109,12 @@ void remove_unless_lived_in(const std::vector<fs::path>& directories)
     }
 }
 
+QString text_of(const std::system_error& error, const std::string& parent)
+{
+    return QObject::tr("No temporary directory can be made in %1: %2")
+        .arg(QString::fromStdString(parent), QString::fromLocal8Bit(error.code().message().c_str()));
+}
+
 } // namespace
 
 TemporaryDirectory::TemporaryDirectory(const std::string& kind)
@@ -117,10 +123,7 @@ TemporaryDirectory::TemporaryDirectory(const std::string& kind)
     try {
         m_lock = TemporaryDirectoryLock::create(parent, name_of(kind));
     } catch (const std::system_error& e) {
-        const QString message
-            = QObject::tr("No temporary directory can be made in %1: %2")
-                  .arg(QString::fromStdString(parent), QString::fromLocal8Bit(e.code().message().c_str()));
-        throw TemporaryDirectoryException(s_not_made, message, s_file, __LINE__);
+        throw TemporaryDirectoryException(s_not_made, text_of(e, parent), s_file, __LINE__);
     }
     m_path = m_lock->path();
 }

@@ -44,6 +44,8 @@ private:
         int count = 0;
     };
 
+    /// Of the wall clock; the end may be past midnight.
+    static int milliseconds_between(const QTime& start, const QTime& end);
     static QString report(const QString& task, int milliseconds, const QList<QString>& order,
         const QHash<QString, Statistics>& statistics);
 

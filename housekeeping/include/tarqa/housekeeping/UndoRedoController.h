@@ -45,6 +45,7 @@ public:
     /// Undoes the last @p n commands of the current document, or as many as there are. The views are not
     /// redrawn, neither meanwhile nor afterwards: that is the caller's, who holds a ControllerLocker and
     /// calls finished(). Asserts that there is a state.
+    /// @throws HousekeepingException (1014) if the state's document does not exist any more
     void undo(const unsigned long long& n);
     /// The same for the last @p n undone commands.
     void redo(const unsigned long long& n);
