@@ -49,6 +49,19 @@ INTERFACE_HAS(AbstractModel::id, const DocumentId& (AbstractModel::*)() const);
 INTERFACE_HAS(AbstractModel::parent_document, AbstractDocument& (AbstractModel::*)() const);
 INTERFACE_HAS(AbstractModel::parent_document_exists, bool (AbstractModel::*)() const);
 
+// What models define
+// clang-format off
+template <class B> struct ModelEmpty : B { bool empty() const override { return true; } };
+template <class B> struct ModelSize : B { unsigned long long size() const override { return 0; } };
+template <class B> struct ModelClear : B { void clear() override { } };
+template <class B> struct ModelType : B { const Text& document_type() const override; };
+template <class B> struct ModelSetup : B { void setupDatabase(const QString&) override { } };
+template <class B> struct ModelMerge : B { void mergeDatabase(const QString&) override { } };
+template <class B> struct ModelPath : B { QString getDatabasePath() override { return {}; } };
+// clang-format on
+static_assert(interface::are_the_pure_ones<AbstractModel, ModelEmpty, ModelSize, ModelClear, ModelType,
+    ModelSetup, ModelMerge, ModelPath>);
+
 class NextModel : public AbstractModel
 {
 public:
@@ -64,6 +77,8 @@ static_assert(!std::is_default_constructible_v<AbstractState>);
 static_assert(std::is_copy_constructible_v<AbstractState>);
 INTERFACE_HAS(AbstractState::owner, AbstractDocument& (AbstractState::*)());
 INTERFACE_HAS(AbstractState::owner, const AbstractDocument& (AbstractState::*)() const);
+INTERFACE_HAS(AbstractState::document_id, const DocumentId& (AbstractState::*)() const);
+INTERFACE_HAS(AbstractState::controller_name, const Text& (AbstractState::*)() const);
 
 class NextState : public AbstractState
 {
@@ -108,6 +123,7 @@ INTERFACE_HAS(AbstractDocument::set_closing, void (AbstractDocument::*)());
 INTERFACE_HAS(AbstractDocument::is_transforming, bool (AbstractDocument::*)() const);
 INTERFACE_HAS(AbstractDocument::set_transforming, void (AbstractDocument::*)(bool));
 INTERFACE_HAS(AbstractDocument::request_close, bool (AbstractDocument::*)(bool, bool));
+INTERFACE_HAS(AbstractDocument::set_modified, void (AbstractDocument::*)(bool));
 INTERFACE_HAS(AbstractDocument::setupDatabase, void (AbstractDocument::*)(const QString&));
 INTERFACE_HAS(AbstractDocument::mergeDatabase, void (AbstractDocument::*)(const QString&));
 INTERFACE_HAS(AbstractDocument::getDatabasePath, QString (AbstractDocument::*)());
@@ -141,6 +157,36 @@ INTERFACE_HAS(AbstractDocument::history_begin,
 INTERFACE_HAS(AbstractDocument::history_end,
     std::vector<DocumentHistory>::const_iterator (AbstractDocument::*)() const);
 
+// What documents define
+// clang-format off
+template <class B> struct DocumentBuild : B { void buildModel() override { } };
+template <class B> struct DocumentSetBusy : B { void set_busy(bool) override { } };
+template <class B> struct DocumentIsBusy : B { bool is_busy() const override { return false; } };
+template <class B> struct DocumentRequest : B { bool request_close(bool, bool) override { return true; } };
+template <class B> struct DocumentModified : B { void set_modified(bool) override { } };
+template <class B> struct DocumentCreated : B { void document_created() override { } };
+template <class B> struct DocumentTitle : B { void title_changed() override { } };
+// clang-format on
+static_assert(interface::are_the_pure_ones<AbstractDocument, DocumentBuild, DocumentSetBusy, DocumentIsBusy,
+    DocumentRequest, DocumentModified, DocumentCreated, DocumentTitle>);
+
+/// Whether anybody may set the title, or make the states.
+template <class X, class = void>
+struct SetsTitle : std::false_type
+{ };
+template <class X>
+struct SetsTitle<X, std::void_t<decltype(std::declval<X&>().title(std::declval<const Text&>()))>>
+    : std::true_type
+{ };
+template <class X, class = void>
+struct CreatesStates : std::false_type
+{ };
+template <class X>
+struct CreatesStates<X, std::void_t<decltype(std::declval<X&>().create_states())>> : std::true_type
+{ };
+static_assert(!SetsTitle<AbstractDocument>::value);
+static_assert(!CreatesStates<AbstractDocument>::value);
+
 /// The model, and the first entry behind the document's own.
 class NextDocument : public AbstractDocument
 {
@@ -153,6 +199,18 @@ static_assert(std::is_same_v<decltype(NextDocument::m_model), boost::shared_ptr<
 
 // The document manager
 
+/// Whether anybody may delete the object of a class that has one only.
+template <class X, class = void>
+struct IsDestroyedByAnybody : std::is_destructible<X>
+{ };
+template <class X>
+struct IsDestroyedByAnybody<X, std::void_t<decltype(X::destroy_instance())>> : std::true_type
+{ };
+template <class X>
+struct IsDestroyedByAnybody<X, std::void_t<decltype(X::get_instance())>> : std::true_type
+{ };
+
+static_assert(!IsDestroyedByAnybody<DocumentManager>::value);
 static_assert(std::is_base_of_v<QObject, DocumentManager>);
 static_assert(std::is_base_of_v<tarqa::utilities::IdCreator, DocumentManager>);
 static_assert(!std::is_default_constructible_v<DocumentManager>);
@@ -162,6 +220,13 @@ INTERFACE_HAS(DocumentManager::const_instance, const DocumentManager& (*)());
 INTERFACE_HAS(DocumentManager::tr, QString (*)(const char*, const char*, int));
 INTERFACE_HAS(DocumentManager::createId, DocumentId (DocumentManager::*)());
 INTERFACE_HAS(DocumentManager::createNextId, unsigned long long (DocumentManager::*)());
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations" // Qt's own word on trUtf8
+INTERFACE_HAS(DocumentManager::trUtf8, QString (*)(const char*, const char*, int));
+#pragma GCC diagnostic pop
+INTERFACE_HAS(DocumentManager::metaObject, const QMetaObject* (DocumentManager::*)() const);
+INTERFACE_HAS(DocumentManager::qt_metacast, void* (DocumentManager::*)(const char*));
+INTERFACE_HAS(DocumentManager::qt_metacall, int (DocumentManager::*)(QMetaObject::Call, int, void**));
 INTERFACE_HAS(DocumentManager::create_document, AbstractDocument& (DocumentManager::*)());
 INTERFACE_HAS(DocumentManager::current_document, AbstractDocument& (DocumentManager::*)());
 INTERFACE_HAS(DocumentManager::current_document, const AbstractDocument& (DocumentManager::*)() const);
@@ -261,6 +326,7 @@ INTERFACE_HAS(DataSource::info, QStringList (DataSource::*)() const);
 
 static_assert(std::has_virtual_destructor_v<RecentDocumentsQueue>);
 static_assert(!std::is_default_constructible_v<RecentDocumentsQueue>);
+static_assert(!IsDestroyedByAnybody<RecentDocumentsQueue>::value);
 INTERFACE_HAS(RecentDocumentsQueue::instance, RecentDocumentsQueue& (*)());
 INTERFACE_HAS(RecentDocumentsQueue::const_instance, const RecentDocumentsQueue& (*)());
 INTERFACE_HAS(RecentDocumentsQueue::push, bool (RecentDocumentsQueue::*)(SourcePointer));

@@ -23,6 +23,21 @@ namespace interface {
     static_assert(std::is_same_v<decltype(static_cast<__VA_ARGS__>(&operation)), __VA_ARGS__>,               \
         "the operation is there")
 
+/**
+ * Says that users of a class cannot name a member of it, which is protected or private and not overloaded:
+ *
+ *     INTERFACE_HIDES(AbstractController, force_update);
+ */
+#define INTERFACE_HIDES(class_name, member)                                                                  \
+    template <class T>                                                                                       \
+    std::false_type INTERFACE_JOINED(hides_, __LINE__)(decltype(&T::member));                                \
+    template <class T>                                                                                       \
+    std::true_type INTERFACE_JOINED(hides_, __LINE__)(...);                                                  \
+    static_assert(decltype(INTERFACE_JOINED(hides_, __LINE__) < class_name > (nullptr))::value,              \
+        "the member is not for users")
+#define INTERFACE_JOINED(first, second) INTERFACE_JOINED_AGAIN(first, second)
+#define INTERFACE_JOINED_AGAIN(first, second) first##second
+
 /// The place of a virtual operation in the table of its class, in the C++ ABI that gcc and clang share: a
 /// pointer to one holds the distance of its entry from the beginning of the table, in bytes, and one more.
 template <class Operation>
@@ -47,5 +62,33 @@ bool in_a_row(Operations... operations)
     }
     return true;
 }
+
+/// A class that derives from @p Base and defines what @p Parts define, templates that derive from their
+/// argument.
+template <class Base, template <class> class... Parts>
+struct Defined
+{
+    typedef Base type;
+};
+template <class Base, template <class> class First, template <class> class... Rest>
+struct Defined<Base, First, Rest...>
+{
+    typedef First<typename Defined<Base, Rest...>::type> type;
+};
+
+template <std::size_t rounds, class Base, template <class> class First, template <class> class... Rest>
+constexpr bool each_is_missed()
+{
+    if constexpr (rounds == 0) {
+        return !std::is_abstract_v<typename Defined<Base, First, Rest...>::type>;
+    } else {
+        return std::is_abstract_v<typename Defined<Base,
+                   Rest...>::type> && each_is_missed<rounds - 1, Base, Rest..., First>();
+    }
+}
+
+/// Whether the operations that @p Parts define, one each, are those that @p Base leaves to others to define.
+template <class Base, template <class> class... Parts>
+constexpr bool are_the_pure_ones = each_is_missed<sizeof...(Parts), Base, Parts...>();
 
 } // namespace interface
