@@ -8,6 +8,8 @@ function(hk_add_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;DEFINITIONS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     hk_enable_warnings(${name})
+    # Functions and lines are enough for the stacks of tests, and their objects are most of the build.
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-g1>)
     hk_enable_sanitizers(${name})
     target_link_libraries(${name} PRIVATE hk_test_main ${ARG_LIBS})
     target_compile_definitions(${name} PRIVATE ${ARG_DEFINITIONS})

@@ -178,6 +178,15 @@ TEST_F(ErrorProtocolFile, ReusesTheOldestOfTwenty)
     }
 }
 
+TEST_F(ErrorProtocolFile, ReusesTheFirstIfThatIsTheOldest)
+{
+    for (int number = 1; number <= 20; ++number) {
+        log_files::make(number, 100 - number);
+    }
+    EXPECT_EQ(ErrorProtocol::instance().log_filename(), log_files::path(1));
+    EXPECT_EQ(log_files::read(log_files::path(1)), log_files::head());
+}
+
 TEST_F(ErrorProtocolFile, ReusesTheTwentiethIfThatIsTheOldest)
 {
     for (int number = 1; number <= 20; ++number) {
