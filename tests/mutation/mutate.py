@@ -27,12 +27,14 @@ OTHER_SYSTEMS = ("_win",)
 
 EQUIVALENT = pathlib.Path(__file__).with_name("equivalent.txt")
 
-# Classes that do their work in their headers, and the tests to build again for each.
-HEADERS = {
+# Classes that tests compile themselves, as most classes do that do their work in their headers, and these tests.
+TESTS = {
     "housekeeping/include/tarqa/housekeeping/ErrorProtocolOutput.h": "test_error_log",
     "housekeeping/include/tarqa/housekeeping/Identifier.h": "test_foundation",
     "housekeeping/include/tarqa/housekeeping/MessageFamily.h": "test_messaging",
     "housekeeping/include/tarqa/housekeeping/NamedFactory.h": "test_foundation",
+    "housekeeping/src/QtLockedFile.cpp": "test_locked_file",
+    "housekeeping/src/QtLockedFile_unix.cpp": "test_locked_file",
     "pkBase/include/pkBase/pkSingleton.h": "test_pkBase",
 }
 
@@ -47,7 +49,7 @@ SUITES = {
     "LoginSession": "ApplicationManager|LoginSession|Lock",
     "Platform": "ApplicationManager|Platform|Init|Paths|Lock",
     "PowerEvents": "PowerEvents|SystemSleep",
-    "QTarqaApplication": "Notify|QTarqaApplication|PowerEvents|SystemSleep|MainLoop",
+    "QTarqaApplication": "ApplicationManagerInit|Notify|QTarqaApplication|PowerEvents|SystemSleep|MainLoop",
     "QuickHelpDescriptionEntry": "QuickHelpDescriptionEntry|AbstractQuickHelp",
     "QuickHelpInputModelFilter": "QuickHelp",
     "QuickHelpKeySequenceEntry": "QuickHelpKeySequenceEntry|AbstractQuickHelp",
@@ -176,7 +178,7 @@ def without_equivalent_ones(pool):
 
     def key(fault):
         where, change = str(fault).split("\n", 1)
-        return where.split(":")[0], f"{fault.kind}\n{change}"
+        return where.split(":")[0], f"{fault.kind}\n{change}".strip()
 
     return {path: [fault for fault in faults if key(fault) not in known] for path, faults in pool.items()}
 
@@ -207,8 +209,9 @@ def sources():
         for path in sorted((ROOT / folder).glob("*.cpp")):
             if not path.stem.endswith(OTHER_SYSTEMS):
                 yield path
-    for header in sorted(HEADERS):
-        yield ROOT / header
+    for path in sorted(TESTS):
+        if path.endswith(".h"):
+            yield ROOT / path
 
 
 def tests_of(fault):
@@ -296,7 +299,7 @@ def main():
             if built.returncode != 0 or checksum_of_libraries(chosen.build) == before:
                 continue
             tests = built
-            target = HEADERS.get(str(fault.path.relative_to(ROOT)))
+            target = TESTS.get(str(fault.path.relative_to(ROOT)))
             if target:
                 tests = run(["cmake", "--build", str(chosen.build), "--target", target])
             if tests.returncode == 0:

@@ -120,6 +120,25 @@ TEST(AbstractQuickHelpInputEntry, GoesWithItsParent)
     EXPECT_EQ(list(QuickHelpSection::View).rowCount(), 0);
 }
 
+TEST(AbstractQuickHelpInputEntry, RowCanStillBeReadWhileItsEntryDies)
+{
+    auto entries = one_of_each(QuickHelpSection::Tools);
+    entries.pop_back(); // a kind of this test, which does not take itself out
+    for (const auto& entry : entries) {
+        entry->setAttached(true);
+    }
+    const QAbstractListModel& model = list(QuickHelpSection::Tools);
+    Lines read;
+    QObject::connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, [&](const QModelIndex&, int row) {
+        read.push_back(model.index(row, 0).data(Description).toString().toStdString());
+        EXPECT_FALSE(model.index(row, 0).data(Qt::DisplayRole).toString().isEmpty());
+    });
+    while (!entries.empty()) {
+        entries.erase(entries.begin());
+    }
+    EXPECT_EQ(read, (Lines{"key", "button", "wheel"}));
+}
+
 TEST(AbstractQuickHelpInputEntry, DestructionOfADetachedOneSignalsNothing)
 {
     ModelLog log(list(QuickHelpSection::View));
