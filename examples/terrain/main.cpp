@@ -12,6 +12,7 @@
 #include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
+#include <tarqa/housekeeping/LastWords.h>
 #include <tarqa/housekeeping/gui/PresentationManager.h>
 
 #include <pkBase/pkDestructor.h>
@@ -87,6 +88,7 @@ int run_batch(int& argc, char** argv, const terrain::CommandLine& line)
     terrain::Language::use_plain_numbers();
     // The log comes first, so that nothing that happens from here on is lost.
     housekeeping::ErrorProtocol::instance();
+    housekeeping::LastWords::enable();
     housekeeping::ErrorHandler::instance();
     make_controllers();
 
@@ -130,6 +132,7 @@ int show_files(const std::vector<std::string>& files)
     terrain::MainWindow window;
     furnish(window);
     QTimer::singleShot(0, &window, [&window, &files] {
+        housekeeping::LastWords::offer();
         for (const std::string& file : files) {
             window.open(QString::fromStdString(file));
         }
@@ -175,6 +178,7 @@ int run_window(int& argc, char**& argv, const terrain::CommandLine& line)
     }
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // else icons are blurred on fine screens
     housekeeping::ApplicationManager::instance().init(argc, argv, "tarq-terrain", true);
+    housekeeping::LastWords::enable();
     const terrain::Language language(language_name);
     if (!tour) {
         housekeeping::ApplicationManager::instance().updateProxySettings();

@@ -3,6 +3,7 @@
 #include "Assertion.h"
 #include "BusyMark.h"
 #include "LoggingExceptions.h"
+#include "RunningCommand.h"
 
 #include <tarqa/housekeeping/AbstractCommand.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
@@ -90,6 +91,7 @@ void CommandManager::insert(boost::shared_ptr<AbstractCommand> sp_command, bool)
     }
     history_of(id).insertUndoCommand(sp_command);
     const std::unique_ptr<Runnable> runnable(sp_command->execute_runnable());
+    const RunningCommand running(*sp_command, "do");
     runnable->run(false);
     mark.clear();
 }
@@ -108,6 +110,7 @@ void CommandManager::undo(DocumentId document_id)
         return;
     }
     const std::unique_ptr<Runnable> runnable(sp_command->unexecute_runnable());
+    const RunningCommand running(*sp_command, "undo");
     runnable->run(false);
     mark.clear();
 }
@@ -126,6 +129,7 @@ void CommandManager::redo(DocumentId document_id)
         return;
     }
     const std::unique_ptr<Runnable> runnable(sp_command->execute_runnable());
+    const RunningCommand running(*sp_command, "redo");
     runnable->run(true);
     mark.clear();
 }

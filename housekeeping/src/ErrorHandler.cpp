@@ -1,5 +1,7 @@
 #include <tarqa/housekeeping/ErrorHandler.h>
 
+#include "ModalBox.h"
+
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
 #include <tarqa/utilities/Exception.h>
@@ -8,7 +10,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QThread>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QFileDialog>
 
 #include <iostream>
 #include <sstream>
@@ -108,7 +109,8 @@ void ErrorHandler::end_program(const std::string& detail)
     const std::string message = failure_error_message(detail);
     QWidget* const p_window = may_show_dialogs() ? QApplication::activeWindow() : nullptr;
     if (p_window) {
-        QMessageBox::critical(p_window, tr("Fatal Error"), QString::fromStdString(message), QMessageBox::Ok);
+        modal_box::ask(p_window, QMessageBox::Critical, tr("Fatal Error"), QString::fromStdString(message),
+            QMessageBox::Ok);
         request_save_log_file(tr("Tarq Fatal Error").toStdString());
     } else {
         std::cerr << message << std::endl;
@@ -130,8 +132,9 @@ QMessageBox::StandardButton ErrorHandler::show_warning(
     if (!may_show_dialogs()) {
         return QMessageBox::Ok;
     }
-    m_button = QMessageBox::warning(
-        QApplication::activeWindow(), QString::fromStdString(title), QString::fromStdString(text), buttons);
+    const QMessageBox::StandardButton answer = modal_box::ask(QApplication::activeWindow(),
+        QMessageBox::Warning, QString::fromStdString(title), QString::fromStdString(text), buttons);
+    m_button = answer == QMessageBox::NoButton ? QMessageBox::Ok : answer;
     return m_button;
 }
 
@@ -182,7 +185,7 @@ bool ErrorHandler::request_save_log_file(const std::string& caption) const
         return false;
     }
     const QMessageBox::StandardButton answer
-        = QMessageBox::warning(QApplication::activeWindow(), QString::fromStdString(caption),
+        = modal_box::ask(QApplication::activeWindow(), QMessageBox::Warning, QString::fromStdString(caption),
             tr("Save error log to file for PKX support"), QMessageBox::Yes | QMessageBox::No);
     return answer == QMessageBox::Yes && save_log_file();
 }
@@ -192,7 +195,7 @@ bool ErrorHandler::save_log_file() const
     if (!may_show_dialogs()) {
         return false;
     }
-    const QString target = QFileDialog::getSaveFileName(
+    const QString target = modal_box::ask_for_file(
         QApplication::activeWindow(), tr("Save Tarq Error Log"), "Tarq_Error.log", tr("Log files (*.log)"));
     if (target.isEmpty()) {
         return false;

@@ -282,6 +282,29 @@ Fortfahren?</translation>
     </message>
 </context>
 <context>
+    <name>tarqa::housekeeping::LastWords</name>
+    <message>
+        <source>The program ended unexpectedly</source>
+        <translation>Das Programm wurde unerwartet beendet</translation>
+    </message>
+    <message>
+        <source>When it ran the last time, the program wrote down what it was doing when it ended. Save this and the error log of that time to a file for support?</source>
+        <translation>Beim letzten Mal hat das Programm an seinem Ende aufgeschrieben, was es gerade tat. Sollen diese Angaben und das Fehlerprotokoll von damals in einer Datei für den Support gespeichert werden?</translation>
+    </message>
+    <message>
+        <source>Log files (*.log)</source>
+        <translation>Protokolldateien (*.log)</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written</source>
+        <translation>%1 kann nicht geschrieben werden</translation>
+    </message>
+</context>
+<context>
     <name>tarqa::housekeeping::QuickHelpManager</name>
     <message>
         <source>Current Tool</source>

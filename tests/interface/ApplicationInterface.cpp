@@ -4,6 +4,7 @@
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/ErrorProtocol.h>
 #include <tarqa/housekeeping/ErrorProtocolOutput.h>
+#include <tarqa/housekeeping/LastWords.h>
 #include <tarqa/housekeeping/QTarqaApplication.h>
 #include <tarqa/housekeeping/ThreadLocal.h>
 #include <tarqa/housekeeping/WindowsMessage.h>
@@ -236,6 +237,15 @@ INTERFACE_HAS(ErrorHandler::report_exception, void (ErrorHandler::*)(Makers));
 INTERFACE_HAS(ErrorHandler::report_exception, void (ErrorHandler::*)(Standard));
 INTERFACE_HAS(ErrorHandler::request_save_log_file, bool (ErrorHandler::*)(const Text&) const);
 INTERFACE_HAS(ErrorHandler::save_log_file, bool (ErrorHandler::*)() const);
+
+// The last words
+
+static_assert(!std::is_default_constructible_v<LastWords>);
+INTERFACE_HAS(LastWords::enable, bool (*)());
+INTERFACE_HAS(LastWords::is_enabled, bool (*)());
+INTERFACE_HAS(LastWords::file, Text (*)());
+INTERFACE_HAS(LastWords::left_behind, std::vector<Text> (*)());
+INTERFACE_HAS(LastWords::offer, bool (*)());
 
 const std::size_t s_not_virtual = ~std::size_t(0);
 

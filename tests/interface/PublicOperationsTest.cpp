@@ -162,7 +162,7 @@ TEST(ExportedClasses, AreThoseOfTheTable)
             "Environment", "ErrorHandler", "ErrorProtocol", "ErrorProtocolOutput", "Exception",
             "FailedCommandException", "FilesInsertMessage", "GDALErrorHandler", "Hardware", "HelpLauncher",
             "HelpLauncherFactory", "HelpManager", "HousekeepingExceptionTag", "HousekeepingTag", "IdCreator",
-            "InvalidPath", "MainWindowMessage", "Message", "MessageHandler", "PreferencesDialog",
+            "InvalidPath", "LastWords", "MainWindowMessage", "Message", "MessageHandler", "PreferencesDialog",
             "PresentationManager", "ProgressBarsController", "ProgressBarsControllerFactory", "QFinalPolish",
             "QHelpWebView", "QHelpWebViewPage", "QLogFileViewer", "QPKAboutBox", "QPKHelpButton",
             "QPKProxyStyle", "QTarqaApplication", "QmlButtonController", "QuickHelpDescriptionEntry",

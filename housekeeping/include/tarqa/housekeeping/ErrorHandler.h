@@ -55,7 +55,7 @@ public:
     bool may_show_dialogs() const;
 
     /// Logs the text and shows it in a warning box. @return the chosen button; QMessageBox::Ok where no box
-    /// can be shown
+    /// can be shown, or if the window below it is deleted meanwhile
     QMessageBox::StandardButton message(
         const std::string& title, const std::string& text, QMessageBox::StandardButtons buttons);
     /// Logs the exception and shows its description.

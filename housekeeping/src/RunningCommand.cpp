@@ -1,0 +1,64 @@
+#include "RunningCommand.h"
+
+#include "DyingProgram.h"
+
+#include <tarqa/housekeeping/AbstractCommand.h>
+#include <tarqa/housekeeping/AbstractDocument.h>
+#include <tarqa/housekeeping/DocumentManager.h>
+#include <tarqa/housekeeping/LastWords.h>
+
+namespace tarqa::housekeeping {
+
+namespace {
+
+RunningCommand::Entry s_entries[RunningCommand::s_count];
+
+std::string title_of(const DocumentId& id)
+{
+    const DocumentManager& manager = DocumentManager::const_instance();
+    return manager.document_exists(id) ? manager.document_from_id(id).title() : std::string();
+}
+
+void copy(char (&target)[RunningCommand::s_length], const std::string& text)
+{
+    const std::size_t length = text.copy(target, RunningCommand::s_length - 1);
+    target[length] = '\0';
+}
+
+} // namespace
+
+RunningCommand::RunningCommand(const AbstractCommand& command, const char* what)
+{
+    if (!LastWords::is_enabled()) {
+        return;
+    }
+    dying_program::prepare_thread();
+    for (Entry& entry : s_entries) {
+        if (entry.used.exchange(true)) {
+            continue;
+        }
+        entry.what = what;
+        entry.command_id = command.id().getId();
+        entry.document_id = command.document_id().getId();
+        copy(entry.command, command.name());
+        copy(entry.document, title_of(command.document_id()));
+        entry.thread.store(dying_program::this_thread(), std::memory_order_release);
+        m_p_entry = &entry;
+        return;
+    }
+}
+
+RunningCommand::~RunningCommand()
+{
+    if (m_p_entry) {
+        m_p_entry->thread.store(0, std::memory_order_release);
+        m_p_entry->used.store(false, std::memory_order_release);
+    }
+}
+
+const RunningCommand::Entry* RunningCommand::entries()
+{
+    return s_entries;
+}
+
+} // namespace tarqa::housekeeping
