@@ -23,6 +23,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QThread>
 #include <QtCore/QTimer>
 
 #include <functional>
@@ -126,12 +127,20 @@ void show(terrain::MainWindow& window)
     housekeeping::CommandManager::instance().finish();
 }
 
-/// In the main loop, so that whatever the files lead to has the window behind it.
+/// Calls @p action when the main loop runs: boxes have the window behind them then. Events are handled
+/// before, too, while the window is shown.
+void in_main_loop(QObject* p_context, const std::function<void()>& action)
+{
+    QTimer::singleShot(0, p_context, [p_context, action] {
+        QThread::currentThread()->loopLevel() > 0 ? action() : in_main_loop(p_context, action);
+    });
+}
+
 int show_files(const std::vector<std::string>& files)
 {
     terrain::MainWindow window;
     furnish(window);
-    QTimer::singleShot(0, &window, [&window, &files] {
+    in_main_loop(&window, [&window, &files] {
         housekeeping::LastWords::offer();
         for (const std::string& file : files) {
             window.open(QString::fromStdString(file));

@@ -20,7 +20,6 @@ namespace tarqa::housekeeping {
  *
  *     ApplicationManager::instance().init(argc, argv, "terrain", true);
  *     LastWords::enable();
- *     LastWords::offer();
  *
  * Whatever is written in the dying program is written with calls that are safe in a signal handler and out of
  * memory that was filled before. The signal then goes where it would have gone without this, so that exit
@@ -49,7 +48,8 @@ public:
 
     /// If an earlier run left last words: asks the user whether to save them, together with the log of that
     /// run, and does so. What was saved or declined is not offered again; it stays under a name with ".old"
-    /// at its end. Where no box can be shown, nothing is asked and everything stays as it is. Main thread.
+    /// at its end. Where no box can be shown, nothing is asked and everything stays as it is. Main thread, in
+    /// the main loop, and not while the main window is being shown.
     /// @return true if something was saved
     static bool offer();
 };
