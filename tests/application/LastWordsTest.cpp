@@ -19,6 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -164,6 +165,7 @@ TEST(LastWords, AreSaidOnceWhenSeveralThreadsDie)
     EXPECT_TRUE(host.died_of(SIGSEGV));
     EXPECT_EQ(count(host.words(), "LAST WORDS"), 1);
     EXPECT_EQ(count(host.error(), "LAST WORDS"), 1);
+    EXPECT_THAT(host.words(), EndsWith("\n\n")); // to their end
 }
 
 TEST(LastWords, AreNotSaidByAProgramThatEndsOtherwise)
@@ -209,6 +211,19 @@ TEST(LastWords, TellTheCommandAndItsDocument)
     EXPECT_THAT(host.words(), HasSubstr("\nRunning: do " + host.fact("command")));
     EXPECT_THAT(host.words(), HasSubstr(", the one that died\n"));
     EXPECT_EQ(count(host.words(), "\nRunning: "), 1);
+}
+
+TEST(LastWords, TellTheCommandAfterManyOthers)
+{
+    const DeadHost host({"segv", "in=do", "many"});
+    EXPECT_THAT(host.words(), HasSubstr("\nRunning: do " + host.fact("command")));
+    EXPECT_EQ(count(host.words(), "\nRunning: "), 1);
+}
+
+TEST(LastWords, CutALongName)
+{
+    const DeadHost host({"segv", "in=do", "long"});
+    EXPECT_THAT(host.words(), HasSubstr(" \"" + std::string(159, 'x') + "\" on document "));
 }
 
 TEST(LastWords, TellAnUndoAndARedo)

@@ -27,6 +27,8 @@
 //   in=worker      inside a run in another thread
 //   elsewhere      while a command runs in another thread
 //   after          after such a run
+//   long           with a very long name of the command
+//   many           after a hundred runs
 //   twice          in two threads at once
 //   bare           before there is an application
 
@@ -47,6 +49,7 @@ struct Own
 support::FakeModelFactory s_model_factory;
 support::FakeDocumentFactory s_document_factory;
 volatile int s_zero = 0;
+bool s_has_long_name = false;
 
 __attribute__((noinline)) int overflow(int depth)
 {
@@ -96,8 +99,9 @@ boost::shared_ptr<support::FakeCommand> make_command(const std::string& name)
 /// Its name and its document, and the line that is expected of it, are printed.
 boost::shared_ptr<support::FakeCommand> command_that(const std::function<void()>& action)
 {
-    auto sp_command = make_command("Fill \"sinks\" of Vall\xc3\xa9"
-                                   "e");
+    auto sp_command = make_command(s_has_long_name ? std::string(1000, 'x')
+                                                   : "Fill \"sinks\" of Vall\xc3\xa9"
+                                                     "e");
     sp_command->on_do = action;
     const AbstractDocument& document
         = DocumentManager::instance().document_from_id(sp_command->document_id());
@@ -110,8 +114,12 @@ boost::shared_ptr<support::FakeCommand> command_that(const std::function<void()>
 void die(const Options& options)
 {
     const std::string way = options.front();
+    s_has_long_name = has(options, "long");
     const auto dying = [way] { the_function_that_dies(way); };
     CommandManager& manager = CommandManager::instance();
+    for (int i = 0; has(options, "many") && i < 100; ++i) {
+        manager.insert(make_command("Smooth"), false);
+    }
     if (has(options, "in=do")) {
         manager.insert(make_command("Smooth"), false);
         manager.insert(command_that(dying), false);
