@@ -40,6 +40,12 @@ TEST(Environment, SetsAVariable)
     EXPECT_EQ(inherited(s_name), "a value\n");
 }
 
+TEST(Environment, NameMayBeOneLetter)
+{
+    EXPECT_TRUE(Environment::putQEnv("Q=a value"));
+    EXPECT_EQ(value_of("Q"), "a value");
+}
+
 TEST(Environment, ReplacesAnOlderValue)
 {
     setenv(s_name, "old", 1);

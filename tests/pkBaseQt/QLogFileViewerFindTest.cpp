@@ -425,6 +425,19 @@ TEST_F(QLogFileViewer, SelectionAtTheEndStaysWhileTheFileGrows)
     EXPECT_EQ(selection(), "beta");
 }
 
+TEST_F(QLogFileViewer, SelectionStaysWhileASmallFileGrowsAgainAndAgain)
+{
+    view("alpha beta\n");
+    show();
+    search_line().setText("beta");
+    viewer().find_next();
+    for (const char* const piece : {"gamma\n", "delta\n", "epsilon\n"}) {
+        refresh_after(piece);
+        EXPECT_EQ(selection(), "beta") << piece;
+        EXPECT_EQ(begin_of_selection(), 6) << piece;
+    }
+}
+
 TEST_F(QLogFileViewer, UnchangedFileLeavesThePlace)
 {
     view(lines(0, 500));

@@ -157,7 +157,7 @@ TEST_F(QPKAboutBox, ShowsThePage)
 {
     const pkBase::QPKAboutBox box(m_page);
     EXPECT_EQ(page_text(box), QString::fromUtf8("About us\nGel\xc3\xa4nde"));
-    EXPECT_TRUE(box.findChild<QTextBrowser*>()->isReadOnly());
+    EXPECT_TRUE(box.findChild<QTextBrowser*>("page")->isReadOnly());
 }
 
 TEST_F(QPKAboutBox, PathOfThePageMayHoldWhatIsSpecialInAnAddress)
