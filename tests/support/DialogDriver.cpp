@@ -3,6 +3,7 @@
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
@@ -62,6 +63,10 @@ void enter_file(QDialog& dialog, const QString& file)
         ADD_FAILURE() << "the dialog \"" << dialog.windowTitle().toStdString() << "\" asks for no file";
         dialog.done(QDialog::Rejected);
         return;
+    }
+    // A proposed file that exists is selected, and counts before the text while the text has no focus.
+    for (QAbstractItemView* const p_view : dialog.findChildren<QAbstractItemView*>()) {
+        p_view->clearSelection();
     }
     p_edit->setText(file);
     dialog.accept();
