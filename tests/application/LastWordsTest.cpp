@@ -127,6 +127,7 @@ TEST(LastWords, TellAnExceptionThatNobodyCaught)
     EXPECT_TRUE(host.died_of(SIGABRT));
     EXPECT_THAT(host.words(), HasSubstr("\nException that nobody caught: std::runtime_error: the reason\n"));
     EXPECT_THAT(host.words(), Not(HasSubstr(" (the main thread)")));
+    EXPECT_THAT(host.error(), HasSubstr("terminate called after throwing")); // as without them
     EXPECT_THAT(
         DeadHost({"own"}).words(), HasSubstr("\nException that nobody caught: (anonymous namespace)::Own\n"));
 }
