@@ -1,6 +1,7 @@
 #include "RunningCommand.h"
 
 #include "DyingProgram.h"
+#include "LoggingExceptions.h"
 
 #include <tarqa/housekeeping/AbstractCommand.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
@@ -29,21 +30,27 @@ void copy(char (&target)[RunningCommand::s_length], const std::string& text)
 
 RunningCommand::RunningCommand(const AbstractCommand& command, const char* what)
 {
-    if (!LastWords::is_enabled()) {
-        return;
+    if (LastWords::is_enabled()) {
+        // A run that cannot be listed is still to run.
+        logging_exceptions(
+            "An unknown exception was thrown while a run was listed", [&] { list(command, what); });
     }
+}
+
+void RunningCommand::list(const AbstractCommand& command, const char* what)
+{
     dying_program::prepare_thread();
     for (Entry& entry : s_entries) {
         if (entry.used.exchange(true)) {
             continue;
         }
+        m_p_entry = &entry;
         entry.what = what;
         entry.command_id = command.id().getId();
         entry.document_id = command.document_id().getId();
         copy(entry.command, command.name());
         copy(entry.document, title_of(command.document_id()));
         entry.thread.store(dying_program::this_thread(), std::memory_order_release);
-        m_p_entry = &entry;
         return;
     }
 }

@@ -40,6 +40,8 @@ public:
     static const Entry* entries();
 
 private:
+    void list(const AbstractCommand& command, const char* what);
+
     Entry* m_p_entry = nullptr;
 };
 

@@ -18,7 +18,7 @@
 // What the library offers for sending messages and for subscribing to them.
 
 using namespace tarqa::housekeeping;
-using gui::MainWindowMessage;
+using gui::MainWindowMessage; // what it offers to menus is in the shell's table
 
 namespace {
 
@@ -130,24 +130,6 @@ INTERFACE_HAS(DocumentMessage::doc_change_type, void (DocumentMessage::*)(Docume
 INTERFACE_HAS(DocumentMessage::doc_change_type, DocumentMessage::DocChangeType (DocumentMessage::*)() const);
 INTERFACE_HAS(DocumentMessage::id, void (DocumentMessage::*)(DocumentId));
 INTERFACE_HAS(DocumentMessage::id, DocumentId (DocumentMessage::*)() const);
-
-// Menus
-
-static_assert(
-    MainWindowMessage::MenuBar == 0 && MainWindowMessage::Menu == 1 && MainWindowMessage::ToolBar == 2);
-static_assert(sizeof(MainWindowMessage::Kind) == 4);
-INTERFACE_HAS(MainWindowMessage::target, void (MainWindowMessage::*)(QWidget*));
-INTERFACE_HAS(MainWindowMessage::target, QWidget* (MainWindowMessage::*)() const);
-INTERFACE_HAS(MainWindowMessage::kind, void (MainWindowMessage::*)(int));
-INTERFACE_HAS(MainWindowMessage::kind, int (MainWindowMessage::*)() const);
-INTERFACE_HAS(MainWindowMessage::owner, void (MainWindowMessage::*)(QWidget*));
-INTERFACE_HAS(MainWindowMessage::owner, QWidget* (MainWindowMessage::*)() const);
-INTERFACE_HAS(MainWindowMessage::addMenu, void (MainWindowMessage::*)(QMenu*));
-INTERFACE_HAS(MainWindowMessage::addAction, void (MainWindowMessage::*)(QAction*));
-INTERFACE_HAS(MainWindowMessage::addSeparator, void (MainWindowMessage::*)());
-INTERFACE_HAS(MainWindowMessage::insertMenu, void (MainWindowMessage::*)(int, QMenu*));
-INTERFACE_HAS(MainWindowMessage::insertAction, void (MainWindowMessage::*)(int, QAction*));
-INTERFACE_HAS(MainWindowMessage::insertSeparator, void (MainWindowMessage::*)(int));
 
 // The handler
 
