@@ -98,7 +98,7 @@ TEST(ErrorProtocolThreads, EntriesNeverInterleave)
 {
     const int entries = 200;
     LogCapture capture;
-    in_threads([entries](int thread) {
+    in_threads([](int thread) {
         for (int entry = 0; entry < entries; ++entry) {
             ErrorProtocol::instance().log_message(line_of(thread, entry));
         }
@@ -118,7 +118,7 @@ TEST(ErrorProtocolThreads, StreamedEntriesNeverInterleave)
 {
     const int entries = 50;
     LogCapture capture;
-    in_threads([entries](int thread) {
+    in_threads([](int thread) {
         for (int entry = 0; entry < entries; ++entry) {
             if (thread % 2) {
                 ErrorProtocol::instance().log_message(line_of(thread, entry));

@@ -7,6 +7,7 @@
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
 #include "support/App.h"
+#include "support/Sanitizers.h"
 #include "views/TerrainView.h"
 
 #include <tarqa/housekeeping/ApplicationManager.h>
@@ -221,7 +222,7 @@ TEST(MeshLayer, EdgesOfVeryManyTrianglesAreNotDrawnAndItTellsWhy)
     EXPECT_NE(drawn(layer, scaled(30)), white);
 }
 
-#ifndef __SANITIZE_ADDRESS__ // which ends the program where memory ends
+#ifndef HK_SANITIZED // which ends the program where memory ends
 
 TEST(MeshLayer, WithoutMemoryForTheEdgesNoneAreDrawnAndItTellsWhy)
 {

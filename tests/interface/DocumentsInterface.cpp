@@ -199,18 +199,7 @@ static_assert(std::is_same_v<decltype(NextDocument::m_model), boost::shared_ptr<
 
 // The document manager
 
-/// Whether anybody may delete the object of a class that has one only.
-template <class X, class = void>
-struct IsDestroyedByAnybody : std::is_destructible<X>
-{ };
-template <class X>
-struct IsDestroyedByAnybody<X, std::void_t<decltype(X::destroy_instance())>> : std::true_type
-{ };
-template <class X>
-struct IsDestroyedByAnybody<X, std::void_t<decltype(X::get_instance())>> : std::true_type
-{ };
-
-static_assert(!IsDestroyedByAnybody<DocumentManager>::value);
+static_assert(!interface::is_destroyed_by_anybody<DocumentManager>);
 static_assert(std::is_base_of_v<QObject, DocumentManager>);
 static_assert(std::is_base_of_v<tarqa::utilities::IdCreator, DocumentManager>);
 static_assert(!std::is_default_constructible_v<DocumentManager>);
@@ -326,7 +315,7 @@ INTERFACE_HAS(DataSource::info, QStringList (DataSource::*)() const);
 
 static_assert(std::has_virtual_destructor_v<RecentDocumentsQueue>);
 static_assert(!std::is_default_constructible_v<RecentDocumentsQueue>);
-static_assert(!IsDestroyedByAnybody<RecentDocumentsQueue>::value);
+static_assert(!interface::is_destroyed_by_anybody<RecentDocumentsQueue>);
 INTERFACE_HAS(RecentDocumentsQueue::instance, RecentDocumentsQueue& (*)());
 INTERFACE_HAS(RecentDocumentsQueue::const_instance, const RecentDocumentsQueue& (*)());
 INTERFACE_HAS(RecentDocumentsQueue::push, bool (RecentDocumentsQueue::*)(SourcePointer));

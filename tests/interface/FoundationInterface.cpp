@@ -196,7 +196,7 @@ class ExceptionsInterface : public testing::Test
 typedef testing::Types<Exception, HousekeepingException, TaggedException, InvalidPath, CancelCommandException,
     FailedCommandException>
     AllExceptions;
-TYPED_TEST_SUITE(ExceptionsInterface, AllExceptions);
+TYPED_TEST_SUITE(ExceptionsInterface, AllExceptions, );
 
 TYPED_TEST(ExceptionsInterface, VirtualOperationsAreInTheirOrder)
 {
@@ -214,7 +214,7 @@ typedef testing::Types<AbstractControllerFactory, AbstractDataInformationFactory
     AbstractModelFactory, gui::AbstractPreferencesFactory, gui::AbstractPresentationFactory,
     gui::HelpLauncherFactory>
     AllFactories;
-TYPED_TEST_SUITE(FactoriesInterface, AllFactories);
+TYPED_TEST_SUITE(FactoriesInterface, AllFactories, );
 
 TYPED_TEST(FactoriesInterface, VirtualOperationsAreInTheirOrder)
 {

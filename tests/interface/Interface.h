@@ -38,6 +38,24 @@ namespace interface {
 #define INTERFACE_JOINED(first, second) INTERFACE_JOINED_AGAIN(first, second)
 #define INTERFACE_JOINED_AGAIN(first, second) first##second
 
+/// Whether anybody may delete the object of a class that has one only: the destructor, or an operation that
+/// deletes it or hands it out.
+template <class X, class = void>
+struct DestroysItsInstance : std::false_type
+{ };
+template <class X>
+struct DestroysItsInstance<X, decltype(X::destroy_instance(), void())> : std::true_type
+{ };
+template <class X, class = void>
+struct HandsOutItsInstance : std::false_type
+{ };
+template <class X>
+struct HandsOutItsInstance<X, decltype(X::get_instance(), void())> : std::true_type
+{ };
+template <class X>
+constexpr bool is_destroyed_by_anybody
+    = std::is_destructible_v<X> || DestroysItsInstance<X>::value || HandsOutItsInstance<X>::value;
+
 /// The place of a virtual operation in the table of its class, in the C++ ABI that gcc and clang share: a
 /// pointer to one holds the distance of its entry from the beginning of the table, in bytes, and one more.
 template <class Operation>

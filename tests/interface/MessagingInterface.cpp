@@ -133,20 +133,9 @@ INTERFACE_HAS(DocumentMessage::id, DocumentId (DocumentMessage::*)() const);
 
 // The handler
 
-/// Whether anybody may delete the handler.
-template <class X, class = void>
-struct IsDestroyedByAnybody : std::is_destructible<X>
-{ };
-template <class X>
-struct IsDestroyedByAnybody<X, std::void_t<decltype(X::destroy_instance())>> : std::true_type
-{ };
-template <class X>
-struct IsDestroyedByAnybody<X, std::void_t<decltype(X::get_instance())>> : std::true_type
-{ };
-
 static_assert(std::is_base_of_v<QObject, MessageHandler>);
 static_assert(!std::is_default_constructible_v<MessageHandler>);
-static_assert(!IsDestroyedByAnybody<MessageHandler>::value);
+static_assert(!interface::is_destroyed_by_anybody<MessageHandler>);
 INTERFACE_HAS(MessageHandler::instance, MessageHandler& (*)());
 INTERFACE_HAS(MessageHandler::const_instance, const MessageHandler& (*)());
 INTERFACE_HAS(MessageHandler::post, void (MessageHandler::*)(Message*));

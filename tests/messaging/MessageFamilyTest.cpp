@@ -243,10 +243,10 @@ TYPED_TEST(MessageFamily, CopyHasNeitherParentNorConnections)
 {
     typedef typename TypeParam::Sent X;
     QObject parent;
+    bool destroyed = false; // until the original has gone
     X original;
     original.setParent(&parent);
     original.setObjectName("original");
-    bool destroyed = false;
     QObject::connect(&original, &QObject::destroyed, [&destroyed] { destroyed = true; });
     {
         const X copy(original);

@@ -57,7 +57,7 @@ TEST(MessageHandlerThreads, EveryPostOfManyThreadsArrivesInItsThreadsOrder)
     MessageHandler& handler = MessageHandler::instance();
     std::vector<std::thread> workers;
     for (int thread = 0; thread < threads; ++thread) {
-        workers.emplace_back([thread, posts] {
+        workers.emplace_back([thread] {
             for (int number = 0; number < posts; ++number) {
                 DocumentMessage* p_message = DocumentMessage::instance();
                 p_message->doc_change_type(static_cast<DocumentMessage::DocChangeType>(number));

@@ -56,6 +56,19 @@ bool is_protocol(const std::string& line)
     return line.rfind("DO>\t", 0) == 0 || line.rfind("UNDO>\t", 0) == 0 || line.rfind("\t* ", 0) == 0;
 }
 
+/// A function as g++ writes it: "f(X*)", where clang has "f(X *)".
+std::string without_blanks_before_marks(const std::string& function)
+{
+    std::string spelled;
+    for (const char letter : function) {
+        if ((letter == '*' || letter == '&') && !spelled.empty() && spelled.back() == ' ') {
+            spelled.pop_back();
+        }
+        spelled += letter;
+    }
+    return spelled;
+}
+
 std::vector<std::string> entry_lines(const std::string& text)
 {
     std::vector<std::string> lines;
@@ -127,7 +140,8 @@ bool LogCapture::took_assert(
         const std::size_t in = entry.find(" ASSERT FAILED in ");
         const bool matches = in != std::string::npos && entry.rfind(head, 0) == 0
             && entry.size() > tail.size() && entry.compare(entry.size() - tail.size(), tail.size(), tail) == 0
-            && entry.find(function, in) != std::string::npos;
+            && without_blanks_before_marks(entry.substr(in)).find(without_blanks_before_marks(function))
+                != std::string::npos;
         if (matches) {
             m_taken.push_back(entry);
             return true;

@@ -30,9 +30,8 @@ class Encoding
 {
 public:
     explicit Encoding(const Raster& raster)
-        : m_columns(raster.columns)
-        , m_type(
-              std::all_of(raster.cells.begin(), raster.cells.end(), fits_float) ? GDT_Float32 : GDT_Float64)
+        : m_type(
+            std::all_of(raster.cells.begin(), raster.cells.end(), fits_float) ? GDT_Float32 : GDT_Float64)
         , m_has_marker(raster.file_no_data.has_value())
         , m_marker(raster.file_no_data.value_or(no_data))
     {
@@ -60,7 +59,6 @@ public:
     }
 
 private:
-    int m_columns;
     GDALDataType m_type;
     bool m_has_marker;
     double m_marker;

@@ -91,7 +91,8 @@ QPointF MapTool::position(const QPointF& on_widget) const
 
 bool MapTool::eventFilter(QObject* p_watched, QEvent* p_event)
 {
-    if (p_watched != m_p_view) {
+    const auto* const p_view = qobject_cast<TerrainView*>(p_watched); // none when it is about to go
+    if (!p_view || p_view != m_p_view) {
         return false;
     }
     switch (p_event->type()) {

@@ -22,6 +22,12 @@ DocumentPage::DocumentPage(const housekeeping::DocumentId& document, QWidget* p_
     connect(qApp, &QApplication::focusChanged, this, &DocumentPage::follow_focus);
 }
 
+DocumentPage::~DocumentPage()
+{
+    disconnect(qApp, nullptr, this,
+        nullptr); // a view that goes gives the keyboard up, when the page is none any more
+}
+
 void DocumentPage::make_scene()
 {
     m_p_scene = new SceneView(m_p_map->document());

@@ -29,6 +29,7 @@ public:
     /// Shows the map. @throws housekeeping::HousekeepingException if there is no such document, or it cannot
     /// be drawn
     explicit DocumentPage(const housekeeping::DocumentId& document, QWidget* p_parent = nullptr);
+    ~DocumentPage() override;
 
     void mode(ViewMode mode);
     ViewMode mode() const { return m_mode; }

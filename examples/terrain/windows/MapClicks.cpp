@@ -20,29 +20,30 @@ void MapClicks::follow(TerrainView& view)
 
 bool MapClicks::eventFilter(QObject* p_watched, QEvent* p_event)
 {
-    const auto* const p_mouse = static_cast<QMouseEvent*>(p_event); // if it is one
     switch (p_event->type()) {
     case QEvent::MouseButtonPress:
-        m_pressed.reset();
-        if (p_mouse->button() == Qt::LeftButton) {
-            m_pressed = p_mouse->pos();
-        }
-        break;
     case QEvent::MouseMove:
-        if (m_pressed
-            && (p_mouse->pos() - *m_pressed).manhattanLength() >= QApplication::startDragDistance()) {
-            m_pressed.reset();
-        }
-        break;
     case QEvent::MouseButtonRelease:
-        if (p_mouse->button() == Qt::LeftButton && std::exchange(m_pressed, std::nullopt)) {
-            tell(dynamic_cast<TerrainView&>(*p_watched), p_mouse->localPos());
-        }
+        mouse(*p_watched, *static_cast<QMouseEvent*>(p_event));
         break;
     default:
         break;
     }
     return QObject::eventFilter(p_watched, p_event);
+}
+
+void MapClicks::mouse(const QObject& watched, const QMouseEvent& event)
+{
+    const bool is_left = event.button() == Qt::LeftButton;
+    if (event.type() == QEvent::MouseButtonPress) {
+        m_pressed = is_left ? std::make_optional(event.pos()) : std::nullopt;
+    } else if (event.type() == QEvent::MouseMove) {
+        if (m_pressed && (event.pos() - *m_pressed).manhattanLength() >= QApplication::startDragDistance()) {
+            m_pressed.reset();
+        }
+    } else if (is_left && std::exchange(m_pressed, std::nullopt)) {
+        tell(dynamic_cast<const TerrainView&>(watched), event.localPos());
+    }
 }
 
 void MapClicks::tell(const TerrainView& view, const QPointF& at)

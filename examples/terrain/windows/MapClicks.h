@@ -9,6 +9,8 @@
 
 #include <optional>
 
+class QMouseEvent;
+
 namespace terrain {
 
 namespace housekeeping = tarqa::housekeeping;
@@ -34,6 +36,7 @@ protected:
     bool eventFilter(QObject* p_watched, QEvent* p_event) override;
 
 private:
+    void mouse(const QObject& watched, const QMouseEvent& event);
     void tell(const TerrainView& view, const QPointF& at);
 
     std::optional<QPoint> m_pressed; // where, as long as it may become a click

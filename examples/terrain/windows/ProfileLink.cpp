@@ -38,9 +38,10 @@ void ProfileLink::show_line()
 
 bool ProfileLink::eventFilter(QObject* p_watched, QEvent* p_event)
 {
-    if (p_watched == m_p_map) {
+    auto* const p_map = qobject_cast<TerrainView*>(p_watched); // none when it is about to go
+    if (p_map && p_map == m_p_map) {
         if (p_event->type() == QEvent::MouseMove) {
-            m_panel.point_at(m_p_map->place_on_profile(static_cast<QMouseEvent*>(p_event)->localPos()));
+            m_panel.point_at(p_map->place_on_profile(static_cast<QMouseEvent*>(p_event)->localPos()));
         } else if (p_event->type() == QEvent::Leave) {
             m_panel.point_at({});
         }
