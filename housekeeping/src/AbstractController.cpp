@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/AbstractController.h>
 
 #include "Assertion.h"
+#include "GuardedLocker.h"
 
 #include <tarqa/housekeeping/AbstractState.h>
 #include <tarqa/housekeeping/Updateable.h>
@@ -13,6 +14,11 @@ const char* const s_source = "housekeeping/src/AbstractController";
 const char* const s_unnamed = "AbstractController";
 const char* const s_named_condition = "m_controller_name != \"AbstractController\"";
 const char* const s_unnamed_condition = "m_controller_name == \"AbstractController\"";
+
+const GuardedMutex s_lock{"a controller's lock",
+    "commands and slots of posted messages lock no controller, and nobody but the undo list's presentation "
+    "holds a ControllerLocker across insert(), undo() or redo().",
+    true};
 
 } // namespace
 
@@ -69,7 +75,7 @@ void AbstractController::force_update()
 
 void AbstractController::acquire()
 {
-    m_mutex.lock();
+    guarded::lock(m_mutex, s_lock);
     m_locked = true;
 }
 
@@ -83,7 +89,7 @@ void AbstractController::release(bool update)
         ~Unlock()
         {
             controller.m_locked = false;
-            controller.m_mutex.unlock();
+            guarded::unlock(controller.m_mutex);
         }
     };
     const Unlock unlock{*this};

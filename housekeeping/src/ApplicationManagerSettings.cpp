@@ -2,6 +2,7 @@
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
 
+#include "Platform.h"
 #include "SettingsGroup.h"
 
 #include <QtCore/QCoreApplication>
@@ -76,12 +77,14 @@ void store(const Key& key, const QVariant& value)
         return;
     }
     QSettings settings;
-    {
+    make_settings_file(settings.fileName());
+    const bool may_store = may_be_stored(settings);
+    if (may_store) {
         const SettingsGroup group(settings, key.group);
         settings.setValue(key.name, value);
     }
     settings.sync();
-    if (settings.status() == QSettings::AccessError) {
+    if (!may_store || settings.status() == QSettings::AccessError) {
         log_not_stored(key, settings.fileName());
     }
 }

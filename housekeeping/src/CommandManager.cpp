@@ -2,6 +2,7 @@
 
 #include "Assertion.h"
 #include "BusyMark.h"
+#include "GuardedLocker.h"
 #include "LoggingExceptions.h"
 #include "RunningCommand.h"
 
@@ -18,6 +19,11 @@ namespace tarqa::housekeeping {
 namespace {
 
 const char* const s_source = "housekeeping/src/CommandManager";
+
+const GuardedMutex s_runs{"the command manager's mutex",
+    "neither a command nor a subscriber of the messages of its run, nor a timer or queued slot in the event "
+    "loop of its box, inserts, undoes or redoes; commands inside commands are a CompositeCommand's, and the "
+    "main thread does none of it while a worker's run is on."};
 
 /// Tells the user that the document is busy.
 void refuse(BusyMark& mark, const QString& title, const QString& text)
@@ -78,7 +84,7 @@ void CommandManager::insert(boost::shared_ptr<AbstractCommand> sp_command, bool)
         return;
     }
     HK_ASSERT(!sp_command->empty(), "!sp_command->empty()");
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_runs);
     if (m_finished) {
         return;
     }
@@ -98,7 +104,7 @@ void CommandManager::insert(boost::shared_ptr<AbstractCommand> sp_command, bool)
 
 void CommandManager::undo(DocumentId document_id)
 {
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_runs);
     const boost::shared_ptr<AbstractCommand> sp_command = history_of(document_id).transferUndoCommand();
     if (!sp_command) {
         return;
@@ -117,7 +123,7 @@ void CommandManager::undo(DocumentId document_id)
 
 void CommandManager::redo(DocumentId document_id)
 {
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_runs);
     const boost::shared_ptr<AbstractCommand> sp_command = history_of(document_id).transferRedoCommand();
     if (!sp_command) {
         return;

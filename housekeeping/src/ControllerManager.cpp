@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/ControllerManager.h>
 
 #include "Assertion.h"
+#include "GuardedLocker.h"
 
 #include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/AbstractControllerFactory.h>
@@ -12,6 +13,9 @@ namespace tarqa::housekeeping {
 namespace {
 
 const char* const s_source = "housekeeping/src/ControllerManager";
+
+const GuardedMutex s_controllers{"the controller manager's mutex",
+    "init() and post_init() come at start-up, before other threads begin.", true};
 
 } // namespace
 
@@ -45,7 +49,7 @@ void ControllerManager::destroy_instance()
 
 void ControllerManager::init()
 {
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_controllers);
     for (const std::string& name : AbstractControllerFactory::products()) {
         const boost::shared_ptr<AbstractController> sp_ac = AbstractControllerFactory::create(name);
         if (!HK_ASSERT(sp_ac, "!utilities::null_pointer( sp_ac )")) {
@@ -59,7 +63,7 @@ void ControllerManager::init()
 
 void ControllerManager::post_init()
 {
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_controllers);
     for (const auto& entry : m_controller_map) {
         entry.second->post_init();
     }
@@ -67,7 +71,7 @@ void ControllerManager::post_init()
 
 boost::shared_ptr<AbstractController> ControllerManager::controller(const std::string& name)
 {
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_controllers);
     HK_ASSERT(m_controller_map.size() > 0, "m_controller_map.size() > 0");
     const auto iter = m_controller_map.find(name);
     if (!HK_ASSERT(iter != m_controller_map.end(), "iter != m_controller_map.end()")) {

@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/DocumentManager.h>
 
 #include "Assertion.h"
+#include "GuardedLocker.h"
 
 #include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/AbstractControllerFactory.h>
@@ -24,6 +25,10 @@ namespace {
 const char* const s_source = "housekeeping/src/DocumentManager";
 constexpr unsigned int s_no_document = 1014;
 const char* const s_petrel_variable = "PETREL_PORT";
+
+const GuardedMutex s_registry{"the mutex of the document manager's registry",
+    "neither a document's constructor or document_created(), nor a controller, a view or a subscriber of "
+    "Created, creates or destroys a document or calls the sweep during create_document()."};
 
 void send(const DocumentId& id, DocumentMessage::DocChangeType type)
 {
@@ -101,7 +106,7 @@ DocumentId DocumentManager::createId()
 
 AbstractDocument& DocumentManager::create_document()
 {
-    const QMutexLocker lock(&m_registry_mutex); // held to the end, the message included
+    const GuardedLocker lock(&m_registry_mutex, s_registry); // held to the end, the message included
     const boost::shared_ptr<AbstractDocument> sp_ad = AbstractDocumentFactory::create();
     if (!HK_ASSERT(!utilities::null_pointer(sp_ad), "!utilities::null_pointer( sp_ad )")) {
         throw_no_document(__LINE__);
@@ -269,7 +274,7 @@ bool DocumentManager::destroy_document(
     if (!skip_consent) {
         boost::shared_ptr<AbstractDocument> sp_ad;
         {
-            const QMutexLocker lock(&m_registry_mutex);
+            const GuardedLocker lock(&m_registry_mutex, s_registry);
             sp_ad = find(id);
         }
         if (!sp_ad) {
@@ -302,7 +307,7 @@ void DocumentManager::drop_document(const DocumentId& id, DocumentId next_curren
 {
     bool registered = false;
     {
-        const QMutexLocker lock(&m_registry_mutex);
+        const GuardedLocker lock(&m_registry_mutex, s_registry);
         registered = document_exists(id);
     }
     if (!HK_ASSERT_IN(registered, "iter != m_document_registry.end()", caller)) {
@@ -313,7 +318,7 @@ void DocumentManager::drop_document(const DocumentId& id, DocumentId next_curren
     }
     boost::shared_ptr<AbstractDocument> sp_doomed;
     {
-        const QMutexLocker lock(&m_registry_mutex);
+        const GuardedLocker lock(&m_registry_mutex, s_registry);
         const std::lock_guard<std::mutex> access(m_container_mutex);
         const auto iter = m_document_registry.find(id);
         if (iter != m_document_registry.end()) { // a subscriber may have been faster

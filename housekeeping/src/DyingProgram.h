@@ -23,5 +23,8 @@ void prepare_thread();
 /// The system's number of the calling thread.
 long this_thread();
 
+/// Whether it is the thread that the program began with.
+bool is_main_thread();
+
 } // namespace dying_program
 } // namespace tarqa::housekeeping

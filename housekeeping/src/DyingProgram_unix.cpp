@@ -1,5 +1,6 @@
 #include "DyingProgram.h"
 
+#include "OwnFile_unix.h"
 #include "WordsWriter.h"
 
 #include <atomic>
@@ -40,7 +41,6 @@ const std::size_t s_path_length = 4096;
 const std::size_t s_text_length = 1024;
 const std::size_t s_stack_size = 128 * 1024;
 const int s_longest_trace = 96;
-const mode_t s_file_mode = 0600;
 
 char s_file[s_path_length];
 char s_head[s_text_length];
@@ -91,7 +91,7 @@ void write_words(int descriptor, int number, const siginfo_t* p_info, void* cons
     write_cause(writer, number, p_info);
     writer << "Process: " << static_cast<unsigned long long>(::getpid()) << ", thread "
            << static_cast<unsigned long long>(this_thread())
-           << (this_thread() == ::getpid() ? " (the main thread)\n" : "\n");
+           << (is_main_thread() ? " (the main thread)\n" : "\n");
     writer << "Seconds since 1970: " << static_cast<unsigned long long>(std::time(nullptr)) << "\n";
     writer.running_commands(s_dying_thread);
     writer << "Stack, the innermost function first:\n";
@@ -115,8 +115,8 @@ extern "C" void hk_last_words(int number, siginfo_t* p_info, void*)
         void* trace[s_longest_trace];
         const int depth = backtrace(trace, s_longest_trace);
         write_words(STDERR_FILENO, number, p_info, trace, depth);
-        const int file = ::open(s_file,
-            O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK, s_file_mode);
+        struct stat status;
+        const int file = open_own_file(s_file, O_WRONLY | O_CREAT | O_APPEND, status);
         if (file >= 0) {
             write_words(file, number, p_info, trace, depth);
             ::close(file);
@@ -231,6 +231,11 @@ void prepare_thread()
 long this_thread()
 {
     return ::syscall(SYS_gettid);
+}
+
+bool is_main_thread()
+{
+    return this_thread() == ::getpid();
 }
 
 } // namespace tarqa::housekeeping::dying_program

@@ -23,6 +23,7 @@ wchar_t s_file[MAX_PATH];
 char s_head[s_text_length];
 LPTOP_LEVEL_EXCEPTION_FILTER s_before = nullptr;
 std::atomic<long> s_dying_thread{0};
+const DWORD s_main_thread = GetCurrentThreadId(); // it loads the library
 
 void write(std::intptr_t handle, const char* bytes, std::size_t count)
 {
@@ -98,6 +99,11 @@ void prepare_thread()
 long this_thread()
 {
     return static_cast<long>(GetCurrentThreadId());
+}
+
+bool is_main_thread()
+{
+    return GetCurrentThreadId() == s_main_thread;
 }
 
 } // namespace tarqa::housekeeping::dying_program

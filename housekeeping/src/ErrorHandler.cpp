@@ -201,11 +201,22 @@ bool ErrorHandler::save_log_file() const
         return false;
     }
     const QString log = QString::fromStdString(ErrorProtocol::const_instance().log_filename());
+    if (log.isEmpty()) {
+        return false; // nothing to save, and so nothing to delete
+    }
     if (QFileInfo(target) == QFileInfo(log)) {
         return true; // deleting the target would delete the log
     }
     QFile::remove(target);
-    return QFile::copy(log, target);
+    const qint64 size = QFileInfo(log).size();
+    if (!QFile::copy(log, target)) {
+        return false;
+    }
+    if (QFileInfo(target).size() < size) { // the disk was full, which a copy of a small file does not notice
+        QFile::remove(target);
+        return false;
+    }
+    return true;
 }
 
 } // namespace tarqa::housekeeping

@@ -112,13 +112,14 @@ void ErrorProtocol::destroy_at_shutdown()
 void ErrorProtocol::write(const std::string& text, bool empty_first)
 {
     if (LogHolder::is_this_thread()) {
+        guarded::avoided(m_mutex, s_log_mutex);
         std::cerr << text << std::flush;
         return;
     }
     if (m_filename.empty()) {
         return;
     }
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_log_mutex);
     const LogHolder holder;
     log_file::write(m_filename, text, empty_first);
 }

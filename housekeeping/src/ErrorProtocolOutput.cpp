@@ -1,5 +1,6 @@
 #include <tarqa/housekeeping/ErrorProtocolOutput.h>
 
+#include "LogFile.h"
 #include "LogHolder.h"
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
@@ -13,15 +14,17 @@ namespace tarqa::housekeeping {
 ErrorProtocolOutput::ErrorProtocolOutput()
     : m_log(ErrorProtocol::instance())
     , m_nested(LogHolder::is_this_thread())
-    , m_locker(m_nested ? nullptr : &m_log.m_mutex)
+    , m_locker(std::make_unique<GuardedLocker>(m_nested ? nullptr : &m_log.m_mutex, s_log_mutex))
     , m_holder(std::make_unique<LogHolder>())
 {
     if (m_nested) {
+        guarded::avoided(m_log.m_mutex, s_log_mutex);
         std::ios::rdbuf(std::cerr.rdbuf());
         return;
     }
     const std::string& file = m_log.log_filename();
-    if (file.empty()) {
+    // Writing nothing makes the file, and tells whether what is there may be written to.
+    if (file.empty() || !log_file::write(file, std::string(), false)) {
         setstate(std::ios::badbit); // the entry is dropped
         return;
     }

@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/LastWords.h>
 
 #include "DyingProgram.h"
+#include "LogFile.h"
 #include "ModalBox.h"
 
 #include <pkBaseQt/pkProductInfo.h>
@@ -42,31 +43,42 @@ QString text(const std::string& path)
     return QString::fromStdString(path);
 }
 
-/// The words, and the log of the run they belong to unless a later run has taken its file.
-QByteArray words_and_log(const QString& file)
+/// Reads the words, and the log of the run they belong to unless a later run has taken its file.
+/// @return false if what is there could not be read to its end
+bool read_words_and_log(const QString& file, QByteArray& content)
 {
     QFile words(file);
     if (!words.open(QIODevice::ReadOnly)) {
-        return QByteArray();
+        return false;
     }
-    QByteArray content = words.readAll();
+    content = words.readAll();
     QFile log(file.chopped(static_cast<int>(qstrlen(s_suffix))));
-    if (QFileInfo(log).lastModified() <= QFileInfo(file).lastModified() && log.open(QIODevice::ReadOnly)) {
+    // Whatever stands under its name is sent to support: only if it is a log.
+    const bool belongs = log_file::is_own(log.fileName().toStdString())
+        && QFileInfo(log).lastModified() <= QFileInfo(file).lastModified();
+    if (belongs && log.open(QIODevice::ReadOnly)) {
         content += log.readAll();
     }
-    return content;
+    return words.error() == QFile::NoError && log.error() == QFile::NoError;
 }
 
 bool save(const QString& target, const std::vector<std::string>& files)
 {
+    if (QFileInfo(target).isSymLink()) {
+        QFile::remove(target); // as the log's copy does: what the link leads to is not what was chosen
+    }
     QSaveFile out(target);
     if (!out.open(QIODevice::WriteOnly)) {
         return false;
     }
+    out.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // as the log has them
     for (const std::string& file : files) {
-        out.write(words_and_log(text(file)));
+        QByteArray content;
+        if (!read_words_and_log(text(file), content) || out.write(content) != content.size()) {
+            return false; // they stay, and are offered again
+        }
     }
-    return out.commit();
+    return out.flush() && out.commit(); // which does not look whether its own flush succeeds
 }
 
 /// They are not offered again, but stay until the next run with the same log dies.
@@ -105,6 +117,9 @@ std::string LastWords::file()
 
 std::vector<std::string> LastWords::left_behind()
 {
+    if (ErrorProtocol::instance().log_filename().empty()) {
+        return {};
+    }
     const QFileInfo log(text(ErrorProtocol::instance().log_filename()));
     const QString product = text(pkBase::pkProductInfo::const_instance().product_name());
     const QRegularExpression name(QRegularExpression::anchoredPattern(
@@ -113,7 +128,8 @@ std::vector<std::string> LastWords::left_behind()
     const QFileInfoList files = log.dir().entryInfoList(
         QDir::Files | QDir::NoSymLinks | QDir::Readable, QDir::Time | QDir::Reversed);
     for (const QFileInfo& file : files) {
-        if (file.size() > 0 && name.match(file.fileName()).hasMatch()) {
+        if (file.size() > 0 && log_file::is_own(file.absoluteFilePath().toStdString())
+            && name.match(file.fileName()).hasMatch()) {
             found.push_back(file.absoluteFilePath().toStdString());
         }
     }

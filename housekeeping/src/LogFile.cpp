@@ -11,19 +11,27 @@ std::string name_of(const std::string& base, int number)
     return base + "_" + std::to_string(number) + ".log";
 }
 
-/// The number of the least recently modified log, the lowest among equals. 1 if none is older than now.
+/// The number of the least recently modified log of this user's, the lowest among equals; the first one if
+/// none is older than now.
 int oldest(const std::string& base)
 {
-    int number_of_oldest = 1;
+    int number_of_oldest = 0;
     long long time_of_oldest = now();
     for (int number = 1; number <= s_max_files; ++number) {
+        const std::string file = name_of(base, number);
         long long time = 0;
-        if (last_modified(name_of(base, number), time) && time < time_of_oldest) {
+        if (!is_own(file) || !last_modified(file, time)) {
+            continue;
+        }
+        if (number_of_oldest == 0) {
+            number_of_oldest = number;
+        }
+        if (time < time_of_oldest) {
             time_of_oldest = time;
             number_of_oldest = number;
         }
     }
-    return number_of_oldest;
+    return number_of_oldest == 0 ? 1 : number_of_oldest; // none at all: nothing will be written
 }
 
 enum class Claim
@@ -60,6 +68,9 @@ std::string choose(const std::string& base, const std::string& head)
 {
     if (!make_directory(directory_of(base))) {
         return name_of(base, 1);
+    }
+    if (!claim_directory(directory_of(base))) {
+        return std::string();
     }
     for (int number = 1; number <= s_max_files; ++number) {
         const std::string file = name_of(base, number);

@@ -16,23 +16,31 @@ inline constexpr int s_max_files = 20;
 /**
  * Chooses the log of this run, claims it, and writes @p head into it: the first of `base_1.log` to
  * `base_20.log` that does not exist, else the least recently modified one, which is emptied. Two processes
- * never get the same new file. The directory is made if it is missing.
+ * never get the same new file. What is no file of this user's, or has a second name, is left alone, and its
+ * number is taken. The directory is made if it is missing.
  * @param base path of the directory and start of the file names
- * @return the chosen file's path, also when it cannot be written
+ * @return the chosen file's path, also when it cannot be written; empty if the directory is somebody else's
  */
 std::string choose(const std::string& base, const std::string& head);
 
-/// Appends @p text, or replaces the whole content by it. @return false if it could not be written as a whole
+/// Appends @p text, or replaces the whole content by it. A file that is new or empty is closed to other
+/// users; one that is not this user's is not touched. @return false if it could not be written as a whole
 bool write(const std::string& file, const std::string& text, bool empty_first);
 
 // The platform's part:
 
 /// Makes the directory, for this user only, and those above it. @return false if it does not exist afterwards
 bool make_directory(const std::string& directory);
+/// Closes the directory to other users, unless it is reached by a link of this user's own, who arranges it
+/// himself then. @return false if it is another user's, or reached by another user's link
+bool claim_directory(const std::string& directory);
+/// Whether there is a regular file of this user's without a second name.
+bool is_own(const std::string& file);
 /// Makes a file that must not exist yet, with @p text as its content. @return false if it exists or cannot be
 /// made
 bool create_new(const std::string& file, const std::string& text);
-/// The nanoseconds between the epoch and the last change of @p file. @return false if there is no such file
+/// The nanoseconds between the epoch and the last change of @p file, or of the link. @return false if nothing
+/// has this name
 bool last_modified(const std::string& file, long long& nanoseconds);
 /// The same for now.
 long long now();

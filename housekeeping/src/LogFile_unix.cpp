@@ -1,19 +1,19 @@
 #include "LogFile.h"
 
-#include <cerrno>
+#include "OwnFile_unix.h"
+
 #include <ctime>
 
-#include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tarqa::housekeeping::log_file {
 
 namespace {
 
-constexpr mode_t s_file_mode = 0644;
+constexpr mode_t s_file_mode = 0600;
 constexpr mode_t s_directory_mode = 0700;
+constexpr mode_t s_owner = 0700;
+constexpr uid_t s_superuser = 0;
 constexpr long long s_nanoseconds = 1000000000LL;
 
 /// Writes all of @p text and closes @p descriptor. Short writes go on; a signal does not count as an error.
@@ -34,26 +34,80 @@ bool write_and_close(int descriptor, const std::string& text)
         p_rest += count;
         left -= static_cast<std::size_t>(count);
     }
-    return ::close(descriptor) == 0 && written;
+    return (::close(descriptor) == 0 || errno == EINTR) && written;
+}
+
+/// Gives a directory rights, but never what a link with its name leads to.
+void set_rights(const std::string& directory, mode_t rights)
+{
+    ::fchmodat(AT_FDCWD, directory.c_str(), rights, AT_SYMLINK_NOFOLLOW);
+}
+
+/// Opens the log, whose directory may have been deleted, or could not be made when the program began.
+int open_log(const std::string& file, struct stat& status)
+{
+    const int flags = O_WRONLY | O_CREAT | O_APPEND;
+    const int descriptor = open_own_file(file.c_str(), flags, status);
+    if (descriptor >= 0 || errno != ENOENT) {
+        return descriptor;
+    }
+    const std::string directory = file.substr(0, file.rfind('/') + 1);
+    return make_directory(directory) && claim_directory(directory)
+        ? open_own_file(file.c_str(), flags, status)
+        : -1;
 }
 
 } // namespace
 
 bool write(const std::string& file, const std::string& text, bool empty_first)
 {
-    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (empty_first ? O_TRUNC : O_APPEND);
-    const int descriptor = ::open(file.c_str(), flags, s_file_mode);
-    return descriptor >= 0 && write_and_close(descriptor, text);
+    struct stat status;
+    const int descriptor = open_log(file, status);
+    if (descriptor < 0) {
+        return false;
+    }
+    const bool may_write = !empty_first || ::ftruncate(descriptor, 0) == 0;
+    if (empty_first || status.st_size == 0) {
+        ::fchmod(descriptor, s_file_mode); // not at each entry: the user may open a log to others
+    }
+    return write_and_close(descriptor, may_write ? text : std::string()) && may_write;
 }
 
 bool make_directory(const std::string& directory)
 {
     for (std::size_t end = directory.find('/', 1); end != std::string::npos;
          end = directory.find('/', end + 1)) {
-        ::mkdir(directory.substr(0, end).c_str(), s_directory_mode);
+        const std::string path = directory.substr(0, end);
+        if (::mkdir(path.c_str(), s_directory_mode) == 0) {
+            set_rights(path, s_directory_mode); // whatever the process's mask
+        }
     }
     struct stat status;
     return ::stat(directory.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool claim_directory(const std::string& directory)
+{
+    const std::string path = directory.substr(0, directory.find_last_not_of('/') + 1);
+    struct stat named;
+    struct stat status;
+    if (::lstat(path.c_str(), &named) != 0 || ::stat(path.c_str(), &status) != 0
+        || status.st_uid != ::geteuid()) {
+        return false;
+    }
+    if (S_ISLNK(named.st_mode)) {
+        return named.st_uid == ::geteuid() || named.st_uid == s_superuser;
+    }
+    if ((status.st_mode & ~S_IFMT & ~s_owner) != 0) {
+        set_rights(path, status.st_mode & s_owner);
+    }
+    return true;
+}
+
+bool is_own(const std::string& file)
+{
+    struct stat status;
+    return ::lstat(file.c_str(), &status) == 0 && is_own_file(status);
 }
 
 bool create_new(const std::string& file, const std::string& text)
@@ -62,6 +116,7 @@ bool create_new(const std::string& file, const std::string& text)
     if (descriptor < 0) {
         return false;
     }
+    ::fchmod(descriptor, s_file_mode); // whatever the process's mask
     write_and_close(descriptor, text); // the name is ours, even on a full disk
     return true;
 }
@@ -69,8 +124,7 @@ bool create_new(const std::string& file, const std::string& text)
 bool last_modified(const std::string& file, long long& nanoseconds)
 {
     struct stat status;
-    // A link that leads nowhere has the time of the link itself.
-    if (::stat(file.c_str(), &status) != 0 && ::lstat(file.c_str(), &status) != 0) {
+    if (::lstat(file.c_str(), &status) != 0) {
         return false;
     }
     nanoseconds = status.st_mtim.tv_sec * s_nanoseconds + status.st_mtim.tv_nsec;

@@ -51,6 +51,19 @@ bool make_directory(const std::string& directory)
     return QDir().mkpath(QString::fromStdString(directory));
 }
 
+/// The user's folders are closed to others already.
+bool claim_directory(const std::string&)
+{
+    return true;
+}
+
+bool is_own(const std::string& file)
+{
+    const DWORD attributes = GetFileAttributesW(wide(file).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES
+        && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0;
+}
+
 bool create_new(const std::string& file, const std::string& text)
 {
     const HANDLE handle = open(file, GENERIC_WRITE, CREATE_NEW);

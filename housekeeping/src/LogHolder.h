@@ -1,6 +1,13 @@
 #pragma once
 
+#include "GuardedLocker.h"
+
 namespace tarqa::housekeeping {
+
+/// The error log's mutex.
+inline const GuardedMutex s_log_mutex{"the error log's mutex",
+    "while an ErrorProtocolOutput lives, its thread logs nothing else, runs no command and takes no other "
+    "lock: keep it to one statement."};
 
 /**
  * Marks the calling thread as the holder of the error log while it lives: it holds the log's mutex, or is

@@ -1,5 +1,7 @@
 #include <tarqa/housekeeping/MessageHandler.h>
 
+#include "GuardedLocker.h"
+
 #include <tarqa/housekeeping/Message.h>
 
 #include <QtCore/QCoreApplication>
@@ -11,6 +13,10 @@
 namespace tarqa::housekeeping {
 
 namespace {
+
+const GuardedMutex s_delivery{"the message handler's mutex",
+    "a slot that is reached from a posted message posts nothing, runs no command, takes no controller's lock "
+    "and opens no modal dialog; it may send at once."};
 
 /// Set when the handler has been destroyed for good: what is posted later is lost.
 std::atomic<bool> s_closed{false};
@@ -60,7 +66,7 @@ void MessageHandler::post(Message* msg)
         delete msg;
         return;
     }
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_delivery);
     m_queue.append(msg);
     // A timer that runs already will drain this message too.
     if (m_queue.size() == 1 || !m_timer_started) {
@@ -70,7 +76,7 @@ void MessageHandler::post(Message* msg)
 
 void MessageHandler::restart()
 {
-    const QMutexLocker lock(&m_mutex);
+    const GuardedLocker lock(&m_mutex, s_delivery);
     if (!m_queue.isEmpty()) {
         start_timer_locked();
     }
@@ -92,7 +98,7 @@ void MessageHandler::start_timer_locked()
 
 void MessageHandler::idleTimeout()
 {
-    const QMutexLocker lock(&m_mutex); // held while subscribers run: see the class comment
+    const GuardedLocker lock(&m_mutex, s_delivery); // held while subscribers run: see the class comment
     while (!m_queue.isEmpty()) {
         Message::dispatch(m_queue.takeFirst());
     }

@@ -9,6 +9,7 @@ QMessageBox::StandardButton ask(QWidget* p_parent, QMessageBox::Icon icon, const
     const QString& text, QMessageBox::StandardButtons buttons)
 {
     const QPointer<QMessageBox> p_box = new QMessageBox(icon, title, text, buttons, p_parent);
+    p_box->setTextFormat(Qt::PlainText); // titles and exceptions may look like HTML
     p_box->exec();
     if (!p_box) {
         return QMessageBox::NoButton;

@@ -8,6 +8,16 @@ bool use_data_folder(const QString&, const QString&)
     return true;
 }
 
+/// They are in the registry.
+QString settings_file()
+{
+    return {};
+}
+
+void make_settings_directory(const QString&) { }
+
+void make_settings_file(const QString&) { }
+
 QByteArray as_data_path(const QString& path)
 {
     return path.toLatin1();

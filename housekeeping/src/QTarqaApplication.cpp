@@ -5,6 +5,7 @@
 #include <tarqa/housekeeping/WindowsMessage.h>
 
 #include "Assertion.h"
+#include "Platform.h"
 #include "PowerEvents.h"
 
 #include <pkBaseQt/pkProductInfo.h>
@@ -49,6 +50,9 @@ QTarqaApplication::QTarqaApplication(int& argc, char** argv)
     : QApplication(name_application(argc), argv)
 {
     setWindowIcon(QIcon(":/tarq/Resources/" + product_name().toLower() + "64x64.png"));
+    if (!organizationName().isEmpty()) {
+        make_settings_directory(settings_file()); // whoever stores there first
+    }
     m_power_events = std::make_unique<PowerEvents>(*this);
 }
 

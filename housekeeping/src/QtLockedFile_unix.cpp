@@ -1,10 +1,6 @@
 #include "QtLockedFile.h"
 
-#include <cerrno>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "OwnFile_unix.h"
 
 namespace tarqa::housekeeping {
 
@@ -24,12 +20,6 @@ bool apply_lock(int descriptor, short type, bool block)
     return result == 0;
 }
 
-bool is_own_regular_file(int descriptor)
-{
-    struct stat status = {};
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid();
-}
-
 } // namespace
 
 bool QtLockedFile::open(OpenMode mode)
@@ -38,15 +28,15 @@ bool QtLockedFile::open(OpenMode mode)
         return false;
     }
     const QString name = fileName();
-    // A name in a directory that everybody may write to: O_NONBLOCK keeps a planted pipe from hanging us.
+    // A name in a directory that everybody may write to.
     const int access = mode & WriteOnly ? O_RDWR : O_RDONLY;
-    const int descriptor = ::open(QFile::encodeName(name).constData(),
-        access | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600);
+    struct stat status;
+    const int descriptor = open_own_file(QFile::encodeName(name).constData(), access | O_CREAT, status);
     if (descriptor == -1) {
         setErrorString(qt_error_string(errno));
         return false;
     }
-    if (!is_own_regular_file(descriptor) || !QFile::open(descriptor, mode, AutoCloseHandle)) {
+    if (!QFile::open(descriptor, mode, AutoCloseHandle)) {
         ::close(descriptor);
         return false;
     }

@@ -1,12 +1,14 @@
 #include <tarqa/housekeeping/RecentDocumentsQueue.h>
 
 #include <tarqa/housekeeping/DataSource.h>
+#include <tarqa/housekeeping/ErrorProtocol.h>
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/utilities/Url.h>
 
 #include "Assertion.h"
 #include "LoggingExceptions.h"
+#include "Platform.h"
 #include "SettingsGroup.h"
 
 #include <boost/make_shared.hpp>
@@ -16,6 +18,7 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace tarqa::housekeeping {
@@ -70,8 +73,8 @@ bool RecentDocumentsQueue::push(boost::shared_ptr<DataSource> ds)
     const auto known = std::find_if(m_queue.begin(), m_queue.end(),
         [&](const boost::shared_ptr<DataSource>& entry) { return entry->url() == ds->url(); });
     if (known != m_queue.end()) {
-        m_queue.erase(known);
-        m_queue.push_back(ds);
+        *known = ds;
+        std::rotate(known, std::next(known), m_queue.end()); // which needs no memory
         return false;
     }
     m_queue.push_back(ds);
@@ -115,12 +118,23 @@ void RecentDocumentsQueue::load()
 
 void RecentDocumentsQueue::save() const
 {
-    // Without a load there is no organisation yet, and nothing is stored over what has not been read.
+    if (m_organization.isEmpty()) {
+        return; // without a load nothing is stored over what has not been read
+    }
     QSettings settings(m_organization, s_application);
-    const SettingsGroup group(settings, s_group);
-    unsigned long long i = 0;
-    for (const boost::shared_ptr<DataSource>& sp_source : m_queue) {
-        settings.setValue(key(i++), sp_source->info());
+    make_settings_file(settings.fileName());
+    const bool may_store = may_be_stored(settings);
+    if (may_store) {
+        const SettingsGroup group(settings, s_group);
+        unsigned long long i = 0;
+        for (const boost::shared_ptr<DataSource>& sp_source : m_queue) {
+            settings.setValue(key(i++), sp_source->info());
+        }
+    }
+    settings.sync();
+    if (!may_store || settings.status() == QSettings::AccessError) {
+        ErrorProtocol::instance().log_message(
+            "The recent documents could not be stored in " + settings.fileName().toStdString());
     }
 }
 

@@ -8,8 +8,8 @@ namespace tarqa::housekeeping {
 class AbstractCommand;
 
 /**
- * The entry of a run in the list of what is running, which the last words of a dying program are read from.
- * While the last words are off it does nothing.
+ * The entry of a run in the list of what is running, which the last words of a dying program are read from,
+ * and tells the tripwire. While both are off it does nothing.
  */
 class RunningCommand
 {

@@ -1,7 +1,5 @@
 #include "WordsWriter.h"
 
-#include "RunningCommand.h"
-
 #include <cstring>
 
 namespace tarqa::housekeeping {
@@ -36,6 +34,13 @@ void WordsWriter::number(unsigned long long number, unsigned int base)
     m_write(m_handle, p_first, static_cast<std::size_t>(digits + sizeof digits - p_first));
 }
 
+WordsWriter& WordsWriter::running_command(const RunningCommand::Entry& entry, long thread)
+{
+    return *this << "Running: " << entry.what << " of command " << entry.command_id << " \"" << entry.command
+                 << "\" on document " << entry.document_id << " \"" << entry.document << "\" in thread "
+                 << static_cast<unsigned long long>(thread);
+}
+
 void WordsWriter::running_commands(long dying_thread)
 {
     bool any = false;
@@ -46,10 +51,7 @@ void WordsWriter::running_commands(long dying_thread)
             continue;
         }
         any = true;
-        *this << "Running: " << entry.what << " of command " << entry.command_id << " \"" << entry.command
-              << "\" on document " << entry.document_id << " \"" << entry.document << "\" in thread "
-              << static_cast<unsigned long long>(thread)
-              << (thread == dying_thread ? ", the one that died\n" : "\n");
+        running_command(entry, thread) << (thread == dying_thread ? ", the one that died\n" : "\n");
     }
     if (!any) {
         *this << "Running: no command\n";

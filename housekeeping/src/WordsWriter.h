@@ -1,5 +1,7 @@
 #pragma once
 
+#include "RunningCommand.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -22,6 +24,8 @@ public:
     WordsWriter& operator<<(unsigned long long number);
     WordsWriter& hexadecimal(std::uintptr_t number);
 
+    /// One run, without a line end.
+    WordsWriter& running_command(const RunningCommand::Entry& entry, long thread);
     /// The runs of commands that have not ended, a line each.
     void running_commands(long dying_thread);
 

@@ -10,6 +10,7 @@
 
 #include <QtCore/QThread>
 #include <QtTest/QTest>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QWidget>
 
 #include <gtest/gtest.h>
@@ -98,6 +99,32 @@ TEST_F(ErrorHandlerDialogs, MessageShowsTheTextInAWarning)
     EXPECT_EQ(box.parent, &window);
     EXPECT_EQ(entries(), "a text\n");
     EXPECT_EQ(s_exits, 0);
+}
+
+TEST_F(ErrorHandlerDialogs, TextsThatLookLikeHtmlAreShownAsTheyAre)
+{
+    const std::string text
+        = "<b>x</b><img src='file:///etc/passwd'> &amp; <a href='http://help.example/'>y</a>";
+    const auto expect_plain = [](QDialog& dialog) {
+        auto* const p_text = dialog.findChild<QLabel*>("qt_msgbox_label");
+        EXPECT_TRUE(p_text);
+        EXPECT_EQ(Qt::PlainText, p_text ? p_text->textFormat() : Qt::AutoText);
+        dialog.done(QMessageBox::Ok);
+    };
+    ErrorHandler& handler = ErrorHandler::instance();
+    show_window();
+    dialogs.answer(expect_plain).click(QMessageBox::No);
+    handler.fatal_error(text);
+    dialogs.answer(expect_plain).answer(expect_plain).answer(expect_plain);
+    handler.message(text, text, QMessageBox::Ok);
+    handler.message(text, std::runtime_error(text), QMessageBox::Ok);
+    handler.message(text, HousekeepingException(2, text, "file", 1), QMessageBox::Ok);
+    ASSERT_EQ(dialogs.shown().size(), 5u);
+    EXPECT_TRUE(dialogs.shown()[0].text.contains(QString::fromStdString(text)));
+    EXPECT_EQ(dialogs.shown()[2].text, QString::fromStdString(text));
+    EXPECT_EQ(dialogs.shown()[2].title, QString::fromStdString(text));
+    EXPECT_EQ(dialogs.shown()[3].text, QString::fromStdString(text + '\n'));
+    EXPECT_EQ(dialogs.shown()[4].text, QString::fromStdString(text + '\n'));
 }
 
 TEST_F(ErrorHandlerDialogs, MessageRemembersTheChosenButton)

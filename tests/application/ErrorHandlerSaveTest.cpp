@@ -2,6 +2,7 @@
 #include "support/App.h"
 #include "support/DialogDriver.h"
 #include "support/LogCapture.h"
+#include "support/PlantedFile.h"
 #include "support/PrivateHome.h"
 
 #include <tarqa/housekeeping/ErrorHandler.h>
@@ -15,6 +16,9 @@
 #include <fstream>
 #include <string>
 #include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -109,6 +113,35 @@ TEST_F(ErrorLogSaving, OntoItselfByALinkedDirectoryChangesNothing)
     EXPECT_EQ(log_files::read(log_files::path(1)), whole_log());
 }
 
+TEST_F(ErrorLogSaving, CopyIsForThisUserOnly)
+{
+    ::umask(0);
+    dialogs.choose_file(QString::fromStdString(target()));
+    EXPECT_TRUE(ErrorHandler::instance().save_log_file());
+    EXPECT_EQ(std::filesystem::perms(0600), std::filesystem::status(target()).permissions());
+}
+
+TEST_F(ErrorLogSaving, ReplacesALinkAndNotWhatItLeadsTo)
+{
+    const support::PlantedFile planted(support::PrivateHome::scratch_directory());
+    planted.plant(support::Planted::Link, target());
+    dialogs.choose_file(QString::fromStdString(target())).click(QMessageBox::Yes);
+    EXPECT_TRUE(ErrorHandler::instance().save_log_file());
+    EXPECT_FALSE(std::filesystem::is_symlink(target()));
+    EXPECT_EQ(log_files::read(target()), whole_log());
+    std::filesystem::remove(target());
+    planted.plant(support::Planted::Link, target());
+    planted.expect_untouched(target());
+}
+
+TEST_F(ErrorLogSaving, ReplacesAPipeWithoutWaitingForAReader)
+{
+    support::PlantedFile(support::PrivateHome::scratch_directory()).plant(support::Planted::Pipe, target());
+    dialogs.choose_file(QString::fromStdString(target())).click(QMessageBox::Yes);
+    EXPECT_TRUE(ErrorHandler::instance().save_log_file());
+    EXPECT_EQ(log_files::read(target()), whole_log());
+}
+
 TEST_F(ErrorLogSaving, IsRequestedWithACaption)
 {
     dialogs.click(QMessageBox::No);
@@ -152,6 +185,22 @@ TEST_F(ErrorLogSaving, GrantedRequestWithoutAFileSavesNothing)
     dialogs.click(QMessageBox::Yes).cancel();
     EXPECT_FALSE(ErrorHandler::instance().request_save_log_file("A caption"));
     EXPECT_EQ(dialogs.shown().size(), 2u);
+}
+
+TEST(ErrorLogSavingWithoutALog, LeavesTheChosenFileAlone)
+{
+    const std::string elsewhere = support::PrivateHome::scratch_directory() + "/elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    std::filesystem::create_directory_symlink(::geteuid() == 0 ? elsewhere : "/usr",
+        support::PrivateHome::log_directory()); // somebody else's directory: no log
+    EXPECT_TRUE(::geteuid() != 0 || ::chown(elsewhere.c_str(), 65534, 65534) == 0);
+    const std::string target = support::PrivateHome::scratch_directory() + "/saved.log";
+    std::ofstream(target) << "kept";
+    support::App app;
+    DialogDriver dialogs;
+    dialogs.choose_file(QString::fromStdString(target)).click(QMessageBox::Yes);
+    EXPECT_FALSE(ErrorHandler::instance().save_log_file());
+    EXPECT_EQ("kept", log_files::read(target));
 }
 
 } // namespace

@@ -37,12 +37,6 @@ protected:
     ~ErrorProtocolFile() override { log_files::remove_all(); }
 };
 
-/// The permissions of log 1 as a number.
-unsigned int mode_of_log()
-{
-    return static_cast<unsigned int>(fs::status(log_files::path(1)).permissions());
-}
-
 void log_everything()
 {
     ErrorProtocol& log = ErrorProtocol::instance();
@@ -105,25 +99,6 @@ TEST_F(ErrorProtocolFile, DirectoryIsMadeWithThoseAboveIt)
     for (const std::string& directory : {first, root, root + "/tarqa"}) {
         EXPECT_EQ(fs::status(directory).permissions(), fs::perms::owner_all) << directory;
     }
-}
-
-TEST_F(ErrorProtocolFile, MayBeReadByEverybodyAndWrittenByThisUser)
-{
-    ::umask(0);
-    ErrorProtocol::instance();
-    EXPECT_EQ(mode_of_log(), 0644u);
-}
-
-TEST_F(ErrorProtocolFile, ModeHonoursTheProcesssMask)
-{
-    LogCapture capture;
-    ::umask(037);
-    ErrorProtocol::instance();
-    EXPECT_EQ(mode_of_log(), 0640u);
-    fs::remove(log_files::path(1)); // somebody tidied up
-    ErrorProtocol::instance().log_message("entry");
-    EXPECT_EQ(mode_of_log(), 0640u);
-    EXPECT_TRUE(capture.take("entry"));
 }
 
 TEST_F(ErrorProtocolFile, IsClosedBetweenEntries)

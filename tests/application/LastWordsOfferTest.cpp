@@ -2,6 +2,7 @@
 #include "support/App.h"
 #include "support/DialogDriver.h"
 #include "support/LogCapture.h"
+#include "support/PlantedFile.h"
 #include "support/PrivateHome.h"
 
 #include <tarqa/housekeeping/ErrorHandler.h>
@@ -19,6 +20,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <sys/stat.h>
 
 // What a program makes of the last words of earlier ones.
 
@@ -125,6 +128,64 @@ TEST_F(LastWordsOfEarlierRuns, LogOfALaterRunIsNotTakenForTheirs)
     dialogs.click(QMessageBox::Yes).choose_file(QString::fromStdString(target()));
     EXPECT_TRUE(LastWords::offer());
     EXPECT_EQ(log_files::read(target()), "words\n");
+}
+
+TEST_F(LastWordsOfEarlierRuns, LogThatIsALinkIsNotSavedWithThem)
+{
+    leave("Tarq_1.log", "words\n", -5); // later than what the link leads to
+    const std::string log = PrivateHome::log_directory() + "/Tarq_1.log";
+    fs::remove(log);
+    const support::PlantedFile planted(PrivateHome::scratch_directory());
+    planted.plant(support::Planted::Link, log);
+    App app;
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Yes).choose_file(QString::fromStdString(target()));
+    EXPECT_TRUE(LastWords::offer());
+    EXPECT_EQ(log_files::read(target()), "words\n");
+}
+
+TEST_F(LastWordsOfEarlierRuns, PipesAreNeitherWaitedForNorListed)
+{
+    leave("Tarq_1.log", "words\n", 1);
+    const std::string log = PrivateHome::log_directory() + "/Tarq_1.log";
+    fs::remove(log);
+    const support::PlantedFile planted(PrivateHome::scratch_directory());
+    planted.plant(support::Planted::Pipe, log);
+    planted.plant(support::Planted::Pipe, PrivateHome::log_directory() + "/Tarq_2.log.lastwords");
+    planted.plant(support::Planted::HardLink, PrivateHome::log_directory() + "/Tarq_3.log.lastwords");
+    App app;
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Yes).choose_file(QString::fromStdString(target()));
+    EXPECT_TRUE(LastWords::offer());
+    EXPECT_EQ(log_files::read(target()), "words\n");
+}
+
+TEST_F(LastWordsOfEarlierRuns, CopyIsForThisUserOnly)
+{
+    leave("Tarq_1.log", "words\n", 1);
+    std::ofstream(target()) << "before";
+    ::chmod(target().c_str(), 0666);
+    App app;
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Yes).choose_file(QString::fromStdString(target())).click(QMessageBox::Yes);
+    EXPECT_TRUE(LastWords::offer());
+    EXPECT_EQ(fs::perms(0600), fs::status(target()).permissions());
+    EXPECT_EQ(log_files::read(target()), "words\nlog of Tarq_1.log\n");
+}
+
+TEST_F(LastWordsOfEarlierRuns, CopyReplacesALinkAndNotWhatItLeadsTo)
+{
+    leave("Tarq_1.log", "words\n", 1);
+    const support::PlantedFile planted(PrivateHome::scratch_directory());
+    planted.plant(support::Planted::Link, target());
+    App app;
+    DialogDriver dialogs;
+    dialogs.click(QMessageBox::Yes).choose_file(QString::fromStdString(target())).click(QMessageBox::Yes);
+    EXPECT_TRUE(LastWords::offer());
+    EXPECT_FALSE(fs::is_symlink(target()));
+    fs::remove(target());
+    planted.plant(support::Planted::Link, target());
+    planted.expect_untouched(target());
 }
 
 TEST_F(LastWordsOfEarlierRuns, DeclinedAreNotOfferedAgain)

@@ -1,6 +1,8 @@
 #include "LogFiles.h"
 #include "Probe.h"
+#include "support/PlantedFile.h"
 #include "support/PrivateHome.h"
+#include "support/Sanitizers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -46,7 +48,7 @@ public:
     /// Whether it was this signal; the sanitizers make an end of their own of some.
     bool died_of(int number) const
     {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef HK_SANITIZED
         return m_signal == number || m_signal == 0;
 #else
         return m_signal == number;
@@ -148,7 +150,7 @@ TEST(LastWords, FollowAFatalMessageOfQt)
     EXPECT_THAT(host.log(), StartsWith("FATAL ERROR!\nFurther Information: QtFatalMsg: the end"));
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // which watch stacks themselves
+#ifndef HK_SANITIZED // which watch stacks themselves
 TEST(LastWords, NeedNoStack)
 {
     const DeadHost host({"overflow"});
@@ -282,6 +284,22 @@ TEST(LastWords, FullDiskLeavesTheErrorStream)
     ASSERT_TRUE(probe.start({"segv"}));
     probe.wait_for_signal();
     EXPECT_THAT(probe.error(), HasSubstr("\nSignal: SIGSEGV (11)"));
+}
+
+class LastWordsPlanted : public testing::TestWithParam<support::Planted>
+{ };
+
+INSTANTIATE_TEST_SUITE_P(Everything, LastWordsPlanted, support::everything_planted(), support::name_of);
+
+TEST_P(LastWordsPlanted, InTheirPlaceIsUntouched)
+{
+    fs::create_directories(Probe::log_directory());
+    const support::PlantedFile planted(Probe::home() + "/other");
+    planted.plant(GetParam(), Probe::log_directory() + "/Tarq_1.log.lastwords");
+    const DeadHost host({"segv"});
+    EXPECT_TRUE(host.died_of(SIGSEGV));
+    planted.expect_untouched(Probe::log_directory() + "/Tarq_1.log.lastwords");
+    EXPECT_THAT(host.error(), HasSubstr("\nSignal: SIGSEGV (11)"));
 }
 
 TEST(LastWords, LinkInTheirPlaceIsNotFollowed)

@@ -111,6 +111,72 @@ TEST(LibrarySourcesEnds, AreFound)
         IsEmpty());
 }
 
+// --- other programs
+
+/// Where @p code, which has no comments, starts a program or asks the desktop to, with what the call begins
+/// with; and calls of the functions that would start a shell.
+Lines starts_of_programs(const std::string& code)
+{
+    static const std::regex s_call("(^|[^A-Za-z0-9_])"
+                                   "((system|popen|wordexp|posix_spawnp?|exec[lv]p?e?|execvpe|fork|vfork"
+                                   "|startDetached|openUrl|startCommand|WinExec|ShellExecute[A-Za-z]*"
+                                   "|CreateProcess[A-Za-z]*) *\\([^;]*;|QProcess( +[a-z_]+|::execute))");
+    Lines calls;
+    for (std::sregex_iterator call(code.begin(), code.end(), s_call), end; call != end; ++call) {
+        const std::string text = (*call)[2];
+        if (text.find("system()") != 0) { // the system's language
+            calls.push_back(text);
+        }
+    }
+    return calls;
+}
+
+/// Everywhere, with the arguments as a list: no shell takes them apart. The addresses that are opened are
+/// pages of the help, links that a user clicked on, and the form for a report.
+const std::map<std::string, Lines> s_starts = {
+    {"housekeeping/src/ApplicationManager.cpp", {"startDetached(arguments.first(), arguments);"}},
+    {"housekeeping/gui/src/HelpManager.cpp", {"startDetached(program, arguments))"}},
+    {"housekeeping/gui/src/OpenOutside.cpp", {"openUrl(address))"}},
+    {"pkBaseQt/src/QPKAboutBox.cpp", {"openUrl(address))"}},
+    {"examples/terrain/help/OutsideHelp.cpp", {"openUrl(opened))"}},
+};
+
+TEST(SourcesThatStartPrograms, AreTheseAndNoneUsesAShell)
+{
+    std::size_t read = 0;
+    std::map<std::string, Lines> found;
+    for (const std::string folder : {"tq_utl", "pkBase", "pkBaseQt", "housekeeping", "examples"}) {
+        for (const fs::path& file : sources_in(folder)) {
+            ++read;
+            const Lines calls = starts_of_programs(without_comments(contents_of(file)));
+            if (!calls.empty()) {
+                found[fs::relative(file, HK_SOURCE_DIRECTORY).string()] = calls;
+            }
+        }
+    }
+    EXPECT_GE(read, 300u) << "the sources were not read";
+    for (const auto& [file, calls] : found) {
+        const auto known = s_starts.find(file);
+        ASSERT_NE(s_starts.end(), known) << file << ": " << testing::PrintToString(calls);
+        ASSERT_EQ(known->second.size(), calls.size()) << file;
+        for (std::size_t i = 0; i < calls.size(); ++i) {
+            EXPECT_EQ(0u, calls[i].find(known->second[i])) << file << ": " << calls[i];
+        }
+    }
+    EXPECT_EQ(s_starts.size(), found.size());
+}
+
+TEST(SourcesThatStartPrograms, AreFound)
+{
+    EXPECT_THAT(starts_of_programs(R"(
+        system("rm"); std::system(command); ::popen(command, "r"); execl("/bin/sh", "sh");
+        QProcess::execute("a b"); command.execute(now); QProcess::startDetached("a b"); QProcess process; QLocale::system();
+        QDesktopServices::openUrl(url); dialog.exec();)"),
+        testing::ElementsAre("system(\"rm\");", "system(command);", "popen(command, \"r\");",
+            "execl(\"/bin/sh\", \"sh\");", "QProcess::execute", "startDetached(\"a b\");", "QProcess process",
+            "openUrl(url);"));
+}
+
 /// The checks of all of the start-up name one source.
 const std::map<std::string, std::string> s_others_names
     = {{"QTarqaApplication", "ApplicationManager"}, {"ThreadLocal", "ApplicationManager"}};

@@ -95,6 +95,28 @@ bool Probe::start(const std::vector<std::string>& options)
     return wait_until_ready();
 }
 
+bool Probe::wait_for_fact(const std::string& name)
+{
+    read();
+    while (facts(name).empty() && waitForReadyRead(s_patience)) {
+        read();
+    }
+    read();
+    return !facts(name).empty();
+}
+
+bool Probe::wait_for_error(const std::string& text)
+{
+    setReadChannel(StandardError);
+    read();
+    while (m_error.find(text) == std::string::npos && waitForReadyRead(s_patience)) {
+        read();
+    }
+    setReadChannel(StandardOutput);
+    read();
+    return m_error.find(text) != std::string::npos;
+}
+
 std::vector<std::string> Probe::facts(const std::string& name) const
 {
     std::vector<std::string> values;

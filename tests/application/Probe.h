@@ -34,6 +34,10 @@ public:
 
     // While it runs
 
+    /// Waits until it has printed a value under this name. @return false if it ended before
+    bool wait_for_fact(const std::string& name);
+    /// Waits until this stands on its error stream. @return false if it ended before
+    bool wait_for_error(const std::string& text);
     /// The values that it printed under this name.
     std::vector<std::string> facts(const std::string& name) const;
     /// The only one.

@@ -1,3 +1,4 @@
+#include "support/PlantedFile.h"
 #include "support/PrivateHome.h"
 
 #include "QtLockedFile.h"
@@ -248,6 +249,20 @@ TEST_F(QtLockedFiles, LinksPipesAndDirectoriesAreRefused)
     fs::create_directory(path);
     EXPECT_FALSE(file.open(QIODevice::ReadOnly));
     EXPECT_FALSE(file.isOpen());
+}
+
+class QtLockedFilePlanted : public QtLockedFiles, public testing::WithParamInterface<support::Planted>
+{ };
+
+INSTANTIATE_TEST_SUITE_P(Everything, QtLockedFilePlanted, support::everything_planted(), support::name_of);
+
+TEST_P(QtLockedFilePlanted, IsRefusedAndUntouched)
+{
+    const support::PlantedFile planted(support::PrivateHome::scratch_directory());
+    planted.plant(GetParam(), path);
+    EXPECT_FALSE(file.open(QIODevice::ReadWrite));
+    EXPECT_FALSE(file.isOpen());
+    planted.expect_untouched(path);
 }
 
 } // namespace

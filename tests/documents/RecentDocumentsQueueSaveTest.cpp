@@ -1,12 +1,17 @@
 #include "RecentDocumentsFixture.h"
+#include "support/LogCapture.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 
 #include <gmock/gmock.h>
 
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include <QtCore/QCoreApplication>
+
+#include <sys/stat.h>
 
 // What is stored of the list in the user's settings, and where.
 
@@ -230,20 +235,56 @@ TEST_F(RecentDocumentsQueue, SettingsThatCannotBeWrittenHurtNobody)
 {
     // A file where the directory ought to be.
     std::ofstream(std::getenv("XDG_CONFIG_HOME") + std::string("/Tarqa")) << "in the way";
+    support::LogCapture log;
     queue().load();
     EXPECT_TRUE(push("a"));
     EXPECT_NO_THROW(queue().save());
+    EXPECT_TRUE(log.take("The recent documents could not be stored in " + settings_file()));
     EXPECT_NO_THROW(queue().load());
     EXPECT_THAT(urls(), ElementsAre("a"));
     EXPECT_EQ(content(std::getenv("XDG_CONFIG_HOME") + std::string("/Tarqa")), "in the way");
 }
 
+TEST_F(RecentDocumentsQueue, StoredListIsForThisUserOnly)
+{
+    ::umask(022);
+    queue().load();
+    push(file("a"));
+    for (int time = 0; time < 2; ++time) {
+        queue().save();
+        EXPECT_EQ(std::filesystem::perms(0600), std::filesystem::status(settings_file()).permissions());
+    }
+    EXPECT_EQ(std::filesystem::perms(0700),
+        std::filesystem::status(std::filesystem::path(settings_file()).parent_path()).permissions());
+    restart();
+    queue().load();
+    EXPECT_EQ(1u, urls().size());
+}
+
+TEST_F(RecentDocumentsQueue, AddressesThatAreNoFilesAreNotListed)
+{
+    const std::vector<std::string> odd
+        = {"javascript:alert(1)", "data:text/html,x", "http://help.example/a.tif",
+            "file://server.example/share/a.tif", file("a") + "%00.tif", file("b") + "\n"};
+    for (const std::string& address : odd) {
+        push(address);
+    }
+    queue().load();
+    push(file("c"));
+    queue().save();
+    restart();
+    queue().load();
+    EXPECT_THAT(urls(), ElementsAre(file("c")));
+}
+
 TEST_F(RecentDocumentsQueue, DirectoryInPlaceOfTheSettingsHurtsNobody)
 {
     std::filesystem::create_directories(settings_file());
+    support::LogCapture log;
     queue().load();
     EXPECT_TRUE(push("a"));
     EXPECT_NO_THROW(queue().save());
+    EXPECT_TRUE(log.take("The recent documents could not be stored in " + settings_file()));
     EXPECT_THAT(urls(), ElementsAre("a"));
     EXPECT_TRUE(std::filesystem::is_directory(settings_file()));
 }

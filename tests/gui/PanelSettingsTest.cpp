@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QSettings>
 #include <QtGui/QCursor>
 #include <QtGui/QScreen>
@@ -380,6 +382,22 @@ TEST_F(PanelSettings, CorruptGeometryLeavesTheDefaultPlace)
     }
 }
 
+// A byte is missing, so that the window seems to be some hundred million rows below the screen.
+TEST_F(PanelSettings, GeometryThatQtTakesForGoodStillGivesAWindowOnTheScreen)
+{
+    const QByteArray damaged = QByteArray::fromHex(
+        "01d9d0cb0003000000000064000000780000012b00000103000000680000008c00000127000000ff"
+        "000000000000000003200000007c36380000008c00000127000000ff");
+    QWidget lost;
+    ASSERT_TRUE(lost.restoreGeometry(damaged));
+    ASSERT_FALSE(lost.screen()->availableGeometry().intersects(lost.frameGeometry()));
+
+    store("Panel/dockSize", damaged);
+    const ChildDockWidget& window = float_of(add_floating("Panel"));
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(window.screen()->availableGeometry().intersects(window.frameGeometry()));
+}
+
 TEST_F(PanelSettings, FloatIsNeitherMaximisedNorFullScreenWhateverIsStored)
 {
     QWidget large;
@@ -440,6 +458,19 @@ TEST_F(PanelSettings, AmpersandPanelFloatsAfterARestart)
     QWidget* const p_doubled = add("A && B");
     QWidget* const p_single = add("A & B & C");
     EXPECT_THAT(m_window->floating(), ElementsAre(p_doubled, p_single));
+}
+
+TEST_F(PanelSettings, FileIsForThisUserOnly)
+{
+    const QString file = QSettings().fileName();
+    ASSERT_FALSE(QFileInfo::exists(file));
+    add("First");
+    m_window->writeSettings();
+    ASSERT_FALSE(stored_keys().isEmpty());
+    ASSERT_TRUE(QFileInfo::exists(file));
+    EXPECT_EQ(QFile::permissions(file)
+            & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+        QFile::Permissions());
 }
 
 TEST_F(PanelSettings, ClosedFloatIsDockedAfterARestart)

@@ -413,6 +413,7 @@ TEST_F(RecentFilesTest, SettingsThatCannotBeWrittenDoNoHarm)
     std::filesystem::create_directories(file.toStdString() + "/in the way");
     open_terrain_file("a.tif");
     EXPECT_EQ(shown(), QStringList{"&1 a.tif"}) << "for this program at least";
+    EXPECT_TRUE(log.take("The recent documents could not be stored in " + file.toStdString()));
 }
 
 // --- start page

@@ -7,6 +7,7 @@
 #include <tarqa/housekeeping/LastWords.h>
 #include <tarqa/housekeeping/QTarqaApplication.h>
 #include <tarqa/housekeeping/ThreadLocal.h>
+#include <tarqa/housekeeping/Tripwire.h>
 #include <tarqa/housekeeping/WindowsMessage.h>
 #include <tarqa/utilities/Exception.h>
 
@@ -246,6 +247,13 @@ INTERFACE_HAS(LastWords::is_enabled, bool (*)());
 INTERFACE_HAS(LastWords::file, Text (*)());
 INTERFACE_HAS(LastWords::left_behind, std::vector<Text> (*)());
 INTERFACE_HAS(LastWords::offer, bool (*)());
+
+// The tripwire
+
+static_assert(!std::is_default_constructible_v<Tripwire>);
+INTERFACE_HAS(Tripwire::enable, void (*)());
+INTERFACE_HAS(Tripwire::disable, void (*)());
+INTERFACE_HAS(Tripwire::enabled, bool (*)());
 
 const std::size_t s_not_virtual = ~std::size_t(0);
 

@@ -169,7 +169,7 @@ TEST(ExportedClasses, AreThoseOfTheTable)
             "QuickHelpInputModelFilter", "QuickHelpKeySequenceEntry", "QuickHelpManager",
             "QuickHelpMouseButtonEntry", "QuickHelpMouseWheelEntry", "QuickHelpTitleEntry",
             "RecentDocumentsQueue", "Runnable", "SystemPaths", "TemporaryDirectory", "TemporaryDirectoryTag",
-            "ThreadLocal", "TimerObject", "UndoRedoController", "UndoRedoController::State",
+            "ThreadLocal", "TimerObject", "Tripwire", "UndoRedoController", "UndoRedoController::State",
             "UndoRedoControllerFactory", "UndoRedoPresentation", "UndoRedoPresentationFactory", "Updateable",
             "pkAbstractFactory", "pkDestructor", "pkProductInfo"));
 }

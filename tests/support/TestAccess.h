@@ -84,6 +84,9 @@ public:
     static QMutex& destruction_mutex(DocumentManager& manager) { return manager.m_destruction_mutex; }
     static std::mutex& container_mutex(DocumentManager& manager) { return manager.m_container_mutex; }
 
+    // Preferences
+    static void load_settings(ApplicationManager& manager) { manager.loadSettings(); }
+
     // Controllers
     static void acquire(AbstractController& controller) { controller.acquire(); }
     static void release(AbstractController& controller, bool update) { controller.release(update); }

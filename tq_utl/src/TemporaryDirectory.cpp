@@ -139,10 +139,12 @@ TemporaryDirectory::~TemporaryDirectory()
 
 bool temporary_directories_exist(const std::string& kind)
 {
-    const std::vector<fs::path> directories = directories_of(kind);
-    return std::any_of(directories.begin(), directories.end(), [](const fs::path& directory) {
-        return TemporaryDirectoryLock::take(directory.u8string()) != nullptr;
-    });
+    const auto any_can_be_had = [](const std::vector<fs::path>& directories) {
+        return std::any_of(directories.begin(), directories.end(), [](const fs::path& directory) {
+            return TemporaryDirectoryLock::take(directory.u8string()) != nullptr;
+        });
+    };
+    return any_can_be_had(directories_of(kind)) || any_can_be_had(half_made_directories_of(kind));
 }
 
 void clear_existing_temp_directories(const std::string& kind)

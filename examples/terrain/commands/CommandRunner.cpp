@@ -129,9 +129,11 @@ bool CommandRunner::start(const boost::shared_ptr<housekeeping::AbstractCommand>
     m_error.clear();
     m_percentage = 0;
     sp_command->setProgress(m_sink.get());
-    documents().document_busy(sp_command->document_id(), true);
-    change_progress([&sp_command](housekeeping::ProgressBarsController& bars) {
-        bars.command_started(sp_command->id(), sp_command->document_id());
+    do_whatever_happens([&sp_command] { documents().document_busy(sp_command->document_id(), true); });
+    do_whatever_happens([&sp_command] {
+        change_progress([&sp_command](housekeeping::ProgressBarsController& bars) {
+            bars.command_started(sp_command->id(), sp_command->document_id());
+        });
     });
     try {
         m_thread = std::thread([this] { run(); });
@@ -194,6 +196,7 @@ void CommandRunner::end()
         });
     });
     do_whatever_happens([&sp_command] { documents().document_busy(sp_command->document_id(), false); });
+    emit ended(QPrivateSignal()); // first: a slot of the other one may throw
     emit finished(how, m_name, QString::fromStdString(failure));
 }
 
@@ -218,7 +221,7 @@ void CommandRunner::wait()
         return;
     }
     QEventLoop loop;
-    connect(this, &CommandRunner::finished, &loop, &QEventLoop::quit);
+    connect(this, &CommandRunner::ended, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     end(); // the loop may have ended with the program's
 }

@@ -27,8 +27,9 @@ namespace housekeeping = tarqa::housekeeping;
  *
  * The document has a busy mark from start() to finished(), both on the main thread: whoever looks at
  * DocumentManager::document_busy() there knows for certain whether the cells may be read. What somebody
- * throws who is told about the end goes to the log: finished() comes whatever happens. Everything belongs to
- * the main thread; of the run only insert() and the progress sink are in the other one.
+ * throws who is told about the beginning or the end goes to the log: finished() comes whatever happens, and
+ * wait() returns. Everything belongs to the main thread; of the run only insert() and the progress sink are
+ * in the other one.
  */
 class CommandRunner : public QObject
 {
@@ -80,6 +81,8 @@ public:
 signals:
     /// The run is over and the document free. @param failure why it failed, for the user
     void finished(terrain::CommandRunner::Outcome outcome, const QString& name, const QString& failure);
+    /// The same, for those who wait.
+    void ended(QPrivateSignal);
 
 private slots:
     void handle_message(housekeeping::CommandMessage& message);

@@ -33,7 +33,7 @@ const TerrainDocumentFactory s_factory; // registers itself
 TerrainDocument::TerrainDocument()
 {
     m_model = housekeeping::AbstractModelFactory::create(TerrainModel::product_name);
-    m_model->set_parent_document(*this);
+    model().set_parent_document(*this); // throws if the factory gave none
 }
 
 void TerrainDocument::buildModel()

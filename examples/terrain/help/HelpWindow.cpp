@@ -5,6 +5,7 @@
 #include "help/OutsideHelp.h"
 #include "help/ShortcutsTable.h"
 #include "windows/Icons.h"
+#include "windows/WindowPlace.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -26,6 +27,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace terrain {
 
@@ -84,9 +86,9 @@ HelpWindow::HelpWindow(const HelpPages& pages)
 
     resize(s_first_size);
     const QSettings settings;
-    restoreGeometry(settings.value(s_geometry).toByteArray());
-    m_p_view->setZoomFactor(
-        std::clamp(settings.value(s_zoom, 1.0).toDouble(), s_smallest_zoom, s_largest_zoom));
+    restore_place(*this, settings.value(s_geometry).toByteArray());
+    const double zoom = settings.value(s_zoom, 1.0).toDouble();
+    m_p_view->setZoomFactor(std::isnan(zoom) ? 1 : std::clamp(zoom, s_smallest_zoom, s_largest_zoom));
 }
 
 HelpWindow::~HelpWindow()

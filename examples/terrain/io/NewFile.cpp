@@ -112,12 +112,10 @@ void NewFile::put_in_place() const
     const std::vector<std::string> to = companions(m_target);
     for (std::size_t i = 0; i < from.size(); ++i) {
         std::error_code ignored;
-        const bool is_new = fs::exists(from[i], ignored);
-        if (fs::exists(replaced) || is_new) {
+        if (fs::exists(from[i], ignored)) {
+            fs::rename(from[i], to[i], ignored); // in one step: the file is never without it
+        } else if (fs::exists(replaced)) {
             fs::remove(to[i], ignored);
-        }
-        if (is_new) {
-            fs::rename(from[i], to[i], ignored);
         }
     }
 }

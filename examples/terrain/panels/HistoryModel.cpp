@@ -1,5 +1,7 @@
 #include "panels/HistoryModel.h"
 
+#include "windows/RecentFiles.h"
+
 #include <QtGui/QFont>
 
 #include <algorithm>
@@ -88,7 +90,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const
     case Qt::FontRole:
         return font(line);
     case Qt::ToolTipRole:
-        return is_state(line) ? line.text + '\n' + choice_text(line) : line.text;
+        return plain_tool_tip(is_state(line) ? line.text + '\n' + choice_text(line) : line.text);
     case Qt::StatusTipRole:
         return choice_text(line);
     case Qt::AccessibleTextRole:

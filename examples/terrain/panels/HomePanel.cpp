@@ -5,6 +5,7 @@
 #include "documents/TerrainModel.h"
 #include "panels/FactsText.h"
 #include "windows/Icons.h"
+#include "windows/RecentFiles.h"
 
 #include <tarqa/housekeeping/DocumentManager.h>
 
@@ -122,7 +123,7 @@ void HomePanel::tell(const housekeeping::DocumentId& id)
     }
     QListWidgetItem& item = *m_p_list->item(row_of(id));
     item.setText(lines.join('\n'));
-    item.setToolTip(source);
+    item.setToolTip(plain_tool_tip(source));
     if (id == m_current) {
         m_p_facts->show_facts(facts_of(document, raster));
     }

@@ -70,6 +70,7 @@ void QuickHelpPanel::say_what_is_wrong()
     tarqa::housekeeping::ErrorProtocol::instance().log_message(text.toStdString());
     m_p_scene->hide();
     auto* const p_label = new QLabel(text);
+    p_label->setTextFormat(Qt::PlainText);
     p_label->setWordWrap(true);
     p_label->setMargin(12);
     layout()->addWidget(p_label);

@@ -51,6 +51,7 @@ ProgramChooser::ProgramChooser(QWidget* p_parent)
     p_button->setObjectName("browse");
     p_button->setAutoDefault(false);
     p_button->setToolTip(tr("Look for the program"));
+    m_p_complaint->setTextFormat(Qt::PlainText);
     m_p_complaint->setWordWrap(true);
     auto* const p_layout = new QGridLayout(this);
     p_layout->setContentsMargins(0, 0, 0, 0);

@@ -80,6 +80,7 @@ void ProgressPresentation::build_presentation()
 {
     m_p_corner = new QWidget;
     m_p_name = new QLabel;
+    m_p_name->setTextFormat(Qt::PlainText);
     m_p_name->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_p_bar = new QProgressBar;
     m_p_bar->setRange(0, 100);

@@ -1,5 +1,7 @@
 #include "windows/DocumentBox.h"
 
+#include "windows/RecentFiles.h"
+
 #include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
@@ -38,7 +40,7 @@ void DocumentBox::list(
     }
     for (int i = 0; i < names.size(); ++i) {
         addItem(names.count(names[i]) == 1 ? names[i] : titles[i]);
-        setItemData(i, titles[i], Qt::ToolTipRole);
+        setItemData(i, plain_tool_tip(titles[i]), Qt::ToolTipRole);
     }
     const auto found = std::find(m_documents.begin(), m_documents.end(), current);
     setCurrentIndex(found == m_documents.end() ? -1 : static_cast<int>(found - m_documents.begin()));

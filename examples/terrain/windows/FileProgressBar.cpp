@@ -21,6 +21,7 @@ FileProgressBar::FileProgressBar(QWidget* p_parent)
     , m_p_bar(new QProgressBar)
     , m_p_cancel(new QToolButton)
 {
+    m_p_name->setTextFormat(Qt::PlainText);
     m_p_bar->setRange(0, 100);
     m_p_bar->setFixedWidth(s_bar_width);
     m_p_bar->setAccessibleName(tr("Progress of the file"));

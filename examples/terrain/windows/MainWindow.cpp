@@ -24,6 +24,7 @@
 #include "windows/MapTools.h"
 #include "windows/RecentMenu.h"
 #include "windows/StartPage.h"
+#include "windows/WindowPlace.h"
 
 #include <pkBaseQt/pkProductInfo.h>
 #include <tarqa/housekeeping/DocumentManager.h>
@@ -273,19 +274,18 @@ void MainWindow::show_panel(QWidget& panel)
 
 void MainWindow::readSettings()
 {
-    const QSettings settings;
-    restoreGeometry(settings.value(s_geometry).toByteArray());
-    const int width = settings.value(s_panel_width, s_first_panel_width).toInt();
+    restore_place(*this, QSettings().value(s_geometry).toByteArray());
+    const int width = qBound(0, QSettings().value(s_panel_width, s_first_panel_width).toInt(), this->width());
     m_p_splitter->setSizes({width, std::max(this->width() - width, 1)});
     AbstractMainWindow::readSettings();
 }
 
 void MainWindow::writeSettings()
 {
+    AbstractMainWindow::writeSettings(); // first: it makes a file that only this user can read
     QSettings settings;
     settings.setValue(s_geometry, saveGeometry());
     settings.setValue(s_panel_width, m_p_splitter->sizes().first());
-    AbstractMainWindow::writeSettings();
 }
 
 // --- documents
@@ -356,7 +356,7 @@ void MainWindow::show_title(const housekeeping::DocumentId& current)
     }
     const auto& document = dynamic_cast<const TerrainDocument&>(documents().document_from_id(current));
     const QString title = document.reduction() > 1 ? tr("%1[*] (overview) - %2") : tr("%1[*] - %2");
-    setWindowTitle(title.arg(QString::fromStdString(document.title()), product()));
+    setWindowTitle(title.arg(QString::fromStdString(document.title()).replace("[*]", "[*][*]"), product()));
     setWindowModified(document.is_modified());
 }
 

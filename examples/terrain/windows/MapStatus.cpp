@@ -18,6 +18,7 @@ MapStatus::MapStatus(QStatusBar& bar)
     , m_p_reading(new QLabel)
     , m_p_scale(new QLabel)
 {
+    m_p_reading->setTextFormat(Qt::PlainText);
     m_p_reading->setAccessibleName(tr("Place under the pointer"));
     m_p_scale->setIndent(s_gap);
     m_p_scale->setToolTip(tr("Pixels for a cell, in percent"));

@@ -46,6 +46,7 @@ ParameterDialog::ParameterDialog(
         m_inputs.push_back(p_input);
     }
     m_p_note->setObjectName("note");
+    m_p_note->setTextFormat(Qt::PlainText);
     m_p_note->hide();
     m_p_form->addRow(m_p_note);
     auto* const p_help = new pkBase::QPKHelpButton(help_key(topic));

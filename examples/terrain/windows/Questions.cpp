@@ -82,9 +82,12 @@ std::optional<double> ask_for_interval(QWidget* p_parent, double proposed, const
 
 QMessageBox::StandardButton ask_about_changes(QWidget* p_parent, const QString& document)
 {
-    return QMessageBox::question(p_parent, QObject::tr("Close"),
+    QMessageBox box(QMessageBox::Question, QObject::tr("Close"),
         QObject::tr("\"%1\" has changes that are not written to a file.").arg(document),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, p_parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
 QMessageBox::StandardButton ask_about_own_file(QWidget* p_parent, const QString& reason)

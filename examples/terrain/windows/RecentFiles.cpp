@@ -83,7 +83,7 @@ std::vector<RecentFile> RecentFiles::list() const
 
 QString plain_tool_tip(const QString& text)
 {
-    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
+    return Qt::mightBeRichText(text) ? text.toHtmlEscaped().replace('\n', "<br>") : text;
 }
 
 } // namespace terrain

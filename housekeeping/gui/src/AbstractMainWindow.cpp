@@ -3,6 +3,7 @@
 #include <tarqa/housekeeping/gui/ChildDockWidget.h>
 
 #include "Assertion.h"
+#include "Platform.h"
 #include "SettingsGroup.h"
 
 #include <pkBaseQt/QFinalPolish.h>
@@ -11,6 +12,8 @@
 #include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QCursor>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QTabBar>
@@ -46,6 +49,14 @@ void change_last_spacer(QWidget& panel, QSizePolicy::Policy horizontal)
     }
 }
 
+/// Makes the file of settings that are about to be stored; Qt would make one that everybody can read.
+void make_file(const QSettings& settings)
+{
+    if (settings.status() == QSettings::NoError) { // not without an organisation
+        make_settings_file(settings.fileName());
+    }
+}
+
 /// Into the group that @p settings are in.
 void store_floating(QSettings& settings, const ChildDockWidget& window, const QWidget& panel)
 {
@@ -55,6 +66,25 @@ void store_floating(QSettings& settings, const ChildDockWidget& window, const QW
     // A title with an ampersand differs from that of its window, and addPanel() asks by the panel's.
     if (panel.windowTitle() != title) {
         settings.setValue(panel.windowTitle() + s_floating, true);
+    }
+}
+
+/// Whether there is something of a window for the user to see.
+bool is_on_screen(const QWidget& window)
+{
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(), [&window](const QScreen* p_screen) {
+        return p_screen->availableGeometry().intersects(window.frameGeometry());
+    });
+}
+
+/// Puts a floating window where it was. Of damaged bytes Qt finds most, but not all.
+void restore_place(ChildDockWidget& window, const QByteArray& geometry)
+{
+    window.restoreGeometry(geometry);
+    window.setWindowState(Qt::WindowNoState);
+    if (!is_on_screen(window)) {
+        window.move(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
     }
 }
 
@@ -143,6 +173,7 @@ void AbstractMainWindow::remove_first_floating()
     ChildDockWidget* const p_window = m_floatingPanels.front().first;
     {
         QSettings settings;
+        make_file(settings);
         const SettingsGroup group(settings, s_group);
         store_floating(settings, *p_window, *m_floatingPanels.front().second);
     }
@@ -187,8 +218,7 @@ int AbstractMainWindow::floatPanel(QWidget* p_panel)
     if (settings.childGroups().contains(title)) {
         const QByteArray geometry = settings.value(title + s_dock_size).toByteArray();
         if (!geometry.isEmpty()) {
-            p_window->restoreGeometry(geometry);
-            p_window->setWindowState(Qt::WindowNoState); // whatever damaged bytes say
+            restore_place(*p_window, geometry);
         }
     } else {
         p_window->move(QCursor::pos());
@@ -250,6 +280,7 @@ void AbstractMainWindow::dock(ChildDockWidget& window)
         change_last_spacer(*p_panel, QSizePolicy::MinimumExpanding);
         {
             QSettings settings;
+            make_file(settings);
             const SettingsGroup group(settings, s_group);
             settings.setValue(title + s_dock_geometry, window.saveGeometry());
         }
@@ -366,6 +397,7 @@ void AbstractMainWindow::order_tabs(const QStringList& saved)
 void AbstractMainWindow::writeSettings()
 {
     QSettings settings;
+    make_file(settings);
     const SettingsGroup group(settings, s_group);
     QStringList order;
     for (int tab = 0; tab < m_panelTabBar->count(); ++tab) {

@@ -22,7 +22,8 @@ bool open_outside(const QUrl& address, QWidget* p_parent)
         return true;
     }
     show_notice(Texts::tr("No Program Found"),
-        Texts::tr("No program was found on this computer that opens\n%1").arg(address.toString()), p_parent);
+        Texts::tr("No program was found on this computer that opens\n%1").arg(address.toDisplayString()),
+        p_parent);
     return false;
 }
 

@@ -1,5 +1,7 @@
 #include <tarqa/housekeeping/gui/QHelpWebViewPage.h>
 
+#include "LocalAccess.h"
+
 #include <QtCore/QFileInfo>
 #include <QtNetwork/QNetworkRequest>
 #include <QtWebKitWidgets/QWebFrame>
@@ -8,7 +10,9 @@ namespace tarqa::housekeeping::gui {
 
 QHelpWebViewPage::QHelpWebViewPage(QObject* p_parent)
     : QWebPage(p_parent)
-{ }
+{
+    setNetworkAccessManager(new LocalAccess(this));
+}
 
 QHelpWebViewPage::~QHelpWebViewPage() = default;
 
@@ -28,7 +32,8 @@ bool QHelpWebViewPage::acceptNavigationRequest(
         mainFrame()->load(request); // it asks for a window of its own, and there is but one
         return false;
     }
-    return QWebPage::acceptNavigationRequest(p_frame, request, type);
+    // Which sends a clicked web address to linkClicked(). Nothing leaves without a click.
+    return QWebPage::acceptNavigationRequest(p_frame, request, type) && LocalAccess::is_local(request.url());
 }
 
 bool QHelpWebViewPage::supportsExtension(Extension extension) const

@@ -10,6 +10,7 @@
 
 #include "Assertion.h"
 #include "BusyMark.h"
+#include "PlainToolTips.h"
 #include "UndoRedoSide.h"
 
 #include <limits>
@@ -48,6 +49,7 @@ void UndoRedoPresentation::build_actions()
         UndoRedoSide::Texts{
             tr("Redo"), tr("&Redo"), tr("Redo the last operation undone on the active document")},
         s_redo_icon, QKeySequence(tr("Ctrl+Y", "Edit|Redo")));
+    new PlainToolTips({undo_action(), redo_action(), undo_tool_bar_action(), redo_tool_bar_action()}, this);
 
     connect(undo_action(), SIGNAL(triggered()), this, SLOT(undo()));
     connect(redo_action(), SIGNAL(triggered()), this, SLOT(redo()));

@@ -2,14 +2,13 @@
 
 #include <tarqa/housekeeping/tq_hk_export.h>
 
-#include <QtCore/QMutex>
-
 #include <fstream>
 #include <memory>
 
 namespace tarqa::housekeeping {
 
 class ErrorProtocol;
+class GuardedLocker;
 class LogHolder;
 
 /**
@@ -62,7 +61,7 @@ private:
 
     ErrorProtocol& m_log;
     bool m_nested; // this thread holds the log already
-    QMutexLocker m_locker;
+    std::unique_ptr<GuardedLocker> m_locker;
     std::unique_ptr<LogHolder> m_holder;
 };
 

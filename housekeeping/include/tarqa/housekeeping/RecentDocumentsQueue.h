@@ -54,7 +54,7 @@ public:
     void load();
     /// Stores the entries. What was stored behind the last one deliberately stays, and is loaded again.
     /// An entry without data information is stored as an empty list, which is not loaded. Before the first
-    /// load() nothing is stored.
+    /// load() nothing is stored. What cannot be stored is logged, and the stored list stays as it was.
     void save() const;
 
 private:

@@ -56,7 +56,8 @@ private:
 };
 
 /// True if the temporary directory holds a directory of that kind that belongs to this user and that nobody
-/// lives in. One that another process is just asking the same about counts as lived in.
+/// lives in, or what a process left that was killed while it made one, more than a day ago. One that another
+/// process is just asking the same about counts as lived in.
 TQ_UTL_EXPORT bool temporary_directories_exist(const std::string& kind);
 
 /// Deletes the directories of that kind that belong to this user and that nobody lives in, with their

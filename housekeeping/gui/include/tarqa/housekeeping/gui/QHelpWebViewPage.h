@@ -9,7 +9,8 @@
 namespace tarqa::housekeeping::gui {
 
 /// The page of the help browser: sends clicked files that are no HTML pages to linkClicked(), which Qt does
-/// for web addresses only, and names a page that cannot be read in its place. Main thread.
+/// for web addresses only, and names a page that cannot be read in its place. It shows files of this machine
+/// and compiled-in pages only, and reads nothing else, whoever asks. Main thread.
 class TQ_HK_EXPORT QHelpWebViewPage : public QWebPage
 {
     Q_OBJECT
