@@ -3,5 +3,8 @@ function(hk_enable_sanitizers target)
     if(HK_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${HK_SANITIZE} -fno-omit-frame-pointer -g)
         target_link_options(${target} PRIVATE -fsanitize=${HK_SANITIZE})
+        if(HK_BUILD_FUZZERS) # a fuzzer has to end where something is wrong, or the input is lost
+            target_compile_options(${target} PRIVATE -fno-sanitize-recover=all)
+        endif()
     endif()
 endfunction()
