@@ -2,7 +2,7 @@
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
 
-#include "Platform.h"
+#include "SettingsChange.h"
 #include "SettingsGroup.h"
 
 #include <QtCore/QCoreApplication>
@@ -77,14 +77,12 @@ void store(const Key& key, const QVariant& value)
         return;
     }
     QSettings settings;
-    make_settings_file(settings.fileName());
-    const bool may_store = may_be_stored(settings);
-    if (may_store) {
+    SettingsChange change(settings);
+    if (change.may_begin()) {
         const SettingsGroup group(settings, key.group);
         settings.setValue(key.name, value);
     }
-    settings.sync();
-    if (!may_store || settings.status() == QSettings::AccessError) {
+    if (!change.store()) {
         log_not_stored(key, settings.fileName());
     }
 }

@@ -11,9 +11,17 @@ namespace tarqa::housekeeping {
 /// separator @param file one that it must hold; empty for none
 bool use_data_folder(const QString& folder, const QString& file);
 
-/// The file of the settings that a QSettings without arguments stores; empty where they are in no file. It is
-/// not looked at: the first QSettings that reads it is the only one that is told of damage.
-QString settings_file();
+/// The file that a QSettings of these names stores; empty where settings are in no file. It is not looked at:
+/// the first QSettings that reads it is the only one that is told of damage.
+QString settings_file(const QString& organization, const QString& application);
+/// Keeps what the file holds beside it until the change that now begins has ended, under a second name, which
+/// needs no room. @return whether it could; not everywhere can a file have two names
+bool keep_settings_file(const QString& file);
+/// To be called after a change. @param holds_values whether there are some to be in the file. @return whether
+/// it is whole; if not, and it was kept, it is what it was
+bool end_of_settings_change(const QString& file, bool was_kept, bool holds_values);
+/// The same for a process that was killed meanwhile.
+void mend_settings_file(const QString& file);
 /// Makes the directory of the file of the stored settings, for this user only. One that exists stays as it
 /// is.
 void make_settings_directory(const QString& file);

@@ -9,10 +9,22 @@ bool use_data_folder(const QString&, const QString&)
 }
 
 /// They are in the registry.
-QString settings_file()
+QString settings_file(const QString&, const QString&)
 {
     return {};
 }
+
+bool keep_settings_file(const QString&)
+{
+    return false;
+}
+
+bool end_of_settings_change(const QString&, bool, bool)
+{
+    return true;
+}
+
+void mend_settings_file(const QString&) { }
 
 void make_settings_directory(const QString&) { }
 

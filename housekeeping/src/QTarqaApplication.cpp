@@ -51,7 +51,8 @@ QTarqaApplication::QTarqaApplication(int& argc, char** argv)
 {
     setWindowIcon(QIcon(":/tarq/Resources/" + product_name().toLower() + "64x64.png"));
     if (!organizationName().isEmpty()) {
-        make_settings_directory(settings_file()); // whoever stores there first
+        make_settings_directory(
+            settings_file(organizationName(), applicationName())); // whoever stores there first
     }
     m_power_events = std::make_unique<PowerEvents>(*this);
 }

@@ -9,6 +9,7 @@
 #include "Assertion.h"
 #include "LoggingExceptions.h"
 #include "Platform.h"
+#include "SettingsChange.h"
 #include "SettingsGroup.h"
 
 #include <boost/make_shared.hpp>
@@ -100,6 +101,7 @@ QString RecentDocumentsQueue::key(unsigned long long i) const
 void RecentDocumentsQueue::load()
 {
     m_organization = QString::fromStdString(pkBase::pkProductInfo::instance().organization_name());
+    mend_settings_file(settings_file(m_organization, s_application));
     QSettings settings(m_organization, s_application);
     const SettingsGroup group(settings, s_group);
     for (unsigned long long i = 0; settings.contains(key(i)); ++i) {
@@ -122,17 +124,15 @@ void RecentDocumentsQueue::save() const
         return; // without a load nothing is stored over what has not been read
     }
     QSettings settings(m_organization, s_application);
-    make_settings_file(settings.fileName());
-    const bool may_store = may_be_stored(settings);
-    if (may_store) {
+    SettingsChange change(settings);
+    if (change.may_begin()) {
         const SettingsGroup group(settings, s_group);
         unsigned long long i = 0;
         for (const boost::shared_ptr<DataSource>& sp_source : m_queue) {
             settings.setValue(key(i++), sp_source->info());
         }
     }
-    settings.sync();
-    if (!may_store || settings.status() == QSettings::AccessError) {
+    if (!change.store()) {
         ErrorProtocol::instance().log_message(
             "The recent documents could not be stored in " + settings.fileName().toStdString());
     }

@@ -35,7 +35,6 @@ typedef boost::shared_ptr<const Mesh> MeshPointer;
 
 const QSize s_size(600, 400);
 const int s_dark = 215; ///< a line that two rows of pixels share is no darker
-const rlim_t s_little_memory = 8 << 20; ///< bytes; less than the edges of many triangles take
 
 /// Two triangles: a square of the columns and rows from 0.5 to 9.5, cut by the falling diagonal.
 MeshPointer square()
@@ -226,6 +225,7 @@ TEST(MeshLayer, EdgesOfVeryManyTrianglesAreNotDrawnAndItTellsWhy)
 
 TEST(MeshLayer, WithoutMemoryForTheEdgesNoneAreDrawnAndItTellsWhy)
 {
+    const rlim_t little_memory = 8 << 20; // bytes; less than the edges of many triangles take
     const QImage white = [] {
         MeshLayer nothing;
         return drawn(nothing, scaled(30));
@@ -237,7 +237,7 @@ TEST(MeshLayer, WithoutMemoryForTheEdgesNoneAreDrawnAndItTellsWhy)
     QImage picture = white;
     QPainter painter(&picture);
     {
-        const MemoryLimit limit(s_little_memory);
+        const MemoryLimit limit(little_memory);
         EXPECT_NO_THROW(layer.draw(painter, scaled(30), picture.rect()));
     }
     EXPECT_EQ(picture, white);

@@ -282,10 +282,10 @@ void MainWindow::readSettings()
 
 void MainWindow::writeSettings()
 {
-    AbstractMainWindow::writeSettings(); // first: it makes a file that only this user can read
     QSettings settings;
     settings.setValue(s_geometry, saveGeometry());
     settings.setValue(s_panel_width, m_p_splitter->sizes().first());
+    AbstractMainWindow::writeSettings(); // which stores these too, and cares for the file
 }
 
 // --- documents

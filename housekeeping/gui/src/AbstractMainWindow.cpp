@@ -1,13 +1,15 @@
 #include <tarqa/housekeeping/gui/AbstractMainWindow.h>
-
 #include <tarqa/housekeeping/gui/ChildDockWidget.h>
 
+#include <tarqa/housekeeping/ErrorProtocol.h>
+
 #include "Assertion.h"
-#include "Platform.h"
+#include "SettingsChange.h"
 #include "SettingsGroup.h"
 
 #include <pkBaseQt/QFinalPolish.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
@@ -19,6 +21,7 @@
 #include <QtWidgets/QTabBar>
 
 #include <algorithm>
+#include <functional>
 
 namespace tarqa::housekeeping::gui {
 
@@ -49,11 +52,19 @@ void change_last_spacer(QWidget& panel, QSizePolicy::Policy horizontal)
     }
 }
 
-/// Makes the file of settings that are about to be stored; Qt would make one that everybody can read.
-void make_file(const QSettings& settings)
+/// Changes the stored settings of the panels.
+void store_settings(const std::function<void(QSettings&)>& change_values)
 {
-    if (settings.status() == QSettings::NoError) { // not without an organisation
-        make_settings_file(settings.fileName());
+    QSettings settings;
+    SettingsChange change(settings);
+    if (change.may_begin()) {
+        const SettingsGroup group(settings, s_group);
+        change_values(settings);
+    }
+    // Without an organisation there is no place for them.
+    if (!change.store() && !QCoreApplication::organizationName().isEmpty()) {
+        ErrorProtocol::instance().log_message(
+            "The settings of the panels could not be stored in " + settings.fileName().toStdString());
     }
 }
 
@@ -171,12 +182,8 @@ void AbstractMainWindow::remove_docked(int index)
 void AbstractMainWindow::remove_first_floating()
 {
     ChildDockWidget* const p_window = m_floatingPanels.front().first;
-    {
-        QSettings settings;
-        make_file(settings);
-        const SettingsGroup group(settings, s_group);
-        store_floating(settings, *p_window, *m_floatingPanels.front().second);
-    }
+    store_settings(
+        [&](QSettings& settings) { store_floating(settings, *p_window, *m_floatingPanels.front().second); });
     if (QWidget* const p_panel = p_window->take_panel()) {
         disconnect(p_panel, &QObject::destroyed, this, &AbstractMainWindow::floatingPanelDestroyed);
     }
@@ -278,12 +285,8 @@ void AbstractMainWindow::dock(ChildDockWidget& window)
     if (p_panel) {
         disconnect(p_panel, &QObject::destroyed, this, &AbstractMainWindow::floatingPanelDestroyed);
         change_last_spacer(*p_panel, QSizePolicy::MinimumExpanding);
-        {
-            QSettings settings;
-            make_file(settings);
-            const SettingsGroup group(settings, s_group);
-            settings.setValue(title + s_dock_geometry, window.saveGeometry());
-        }
+        store_settings(
+            [&](QSettings& settings) { settings.setValue(title + s_dock_geometry, window.saveGeometry()); });
         const int tab = m_panelTabBar->addTab(title);
         m_panelStack->addWidget(p_panel);
         m_panelTabBar->setCurrentIndex(tab);
@@ -396,19 +399,18 @@ void AbstractMainWindow::order_tabs(const QStringList& saved)
 
 void AbstractMainWindow::writeSettings()
 {
-    QSettings settings;
-    make_file(settings);
-    const SettingsGroup group(settings, s_group);
-    QStringList order;
-    for (int tab = 0; tab < m_panelTabBar->count(); ++tab) {
-        const QString text = m_panelTabBar->tabText(tab);
-        order.append(text);
-        settings.setValue(text + s_floating, false);
-    }
-    settings.setValue(s_tab_order, order);
-    for (const auto& [p_window, p_panel] : m_floatingPanels) {
-        store_floating(settings, *p_window, *p_panel);
-    }
+    store_settings([this](QSettings& settings) {
+        QStringList order;
+        for (int tab = 0; tab < m_panelTabBar->count(); ++tab) {
+            const QString text = m_panelTabBar->tabText(tab);
+            order.append(text);
+            settings.setValue(text + s_floating, false);
+        }
+        settings.setValue(s_tab_order, order);
+        for (const auto& [p_window, p_panel] : m_floatingPanels) {
+            store_floating(settings, *p_window, *p_panel);
+        }
+    });
 }
 
 bool AbstractMainWindow::may_close()

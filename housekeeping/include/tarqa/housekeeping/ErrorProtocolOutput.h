@@ -15,6 +15,9 @@ class LogHolder;
  * A free-form entry in the error log: a stream that appends to the log file and ends the entry with a line
  * end.
  *
+ * What is more than the stream's buffer reaches the file in pieces: a process that is killed meanwhile may
+ * leave the beginning of the entry.
+ *
  * It holds the log's mutex as long as it lives, so it is to be short-lived, and the thread that holds one
  * should log nothing else meanwhile (that would go to the standard error stream). Lives on the stack of one
  * thread.
