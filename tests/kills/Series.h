@@ -88,7 +88,6 @@ private:
     long long m_start_up = 0; // nanoseconds that one took
     long long m_shutdown = 0;
     unsigned int m_lives = 0;
-    bool m_was_orderly = false; // the life before
     std::uint32_t m_ffmpeg = 0; // the last one that was told to be stored
     std::uint32_t m_colour = 0;
     std::uint32_t m_recent = s_no_document;
