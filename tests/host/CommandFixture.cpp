@@ -76,7 +76,9 @@ std::vector<unsigned long long> all_bits(const terrain::TerrainDocument& documen
 std::vector<unsigned long long> bits(const std::vector<double>& cells)
 {
     std::vector<unsigned long long> bits(cells.size());
-    std::memcpy(bits.data(), cells.data(), cells.size() * sizeof(double));
+    if (!cells.empty()) {
+        std::memcpy(bits.data(), cells.data(), cells.size() * sizeof(double));
+    }
     return bits;
 }
 

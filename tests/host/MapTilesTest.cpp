@@ -137,7 +137,7 @@ TEST(MapTiles, TheWholePictureStandsInForMissingOnes)
 
 TEST(MapTiles, NoMoreAreMadeAtOnceThanAllowed)
 {
-    const Raster raster = hilly_raster(MapTiles::side * 3, 10);
+    const Raster raster = hilly_raster(MapTiles::side * 3, 30);
     const HillShade shade(raster, Footprint(raster));
     MapTiles tiles;
     const QRect all(QPoint(0, 0), shade.picture().size());
