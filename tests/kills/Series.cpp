@@ -257,7 +257,10 @@ void Series::check_stored(const Victim& victim)
     }
     if (m_ffmpeg != 0) {
         check_number("setting", victim.last(Kind::FfmpegRead).value_or(m_ffmpeg), m_ffmpeg, s_torn);
-        check_number("colour", victim.last(Kind::ColourRead).value_or(m_colour), m_colour, s_colours);
+        // It gets the number that the setting got just before; one life may have come to that, and not to the
+        // colour.
+        const std::uint32_t colour = victim.last(Kind::ColourRead).value_or(m_colour);
+        check_number("colour", colour, colour == m_ffmpeg ? m_ffmpeg : m_colour, s_colours);
         check_number(
             "recent document", victim.last(Kind::RecentRead).value_or(m_recent), m_recent, s_documents);
     }
