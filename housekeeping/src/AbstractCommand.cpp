@@ -15,6 +15,7 @@
 #include <tarqa/housekeeping/FailedCommandException.h>
 
 #include <exception>
+#include <mutex>
 #include <utility>
 
 namespace tarqa::housekeeping {
@@ -28,10 +29,14 @@ constexpr unsigned int s_cancelled = 1028;
 const char* const s_do = "DO>";
 const char* const s_undo = "UNDO>";
 
-void append_outcome(
-    std::string& protocol, const std::string& name, const std::string& description, bool succeeded)
+/// Around one access to the details of any command, never longer.
+std::mutex s_details_mutex;
+
+constexpr std::size_t s_usual_protocol = 120; // in bytes
+constexpr std::size_t s_usual_protocol_of_child = 60;
+
+void append_outcome(std::string& protocol, const std::string& description, bool succeeded)
 {
-    protocol += name;
     if (!description.empty()) {
         protocol += ": ";
         protocol += description;
@@ -82,10 +87,11 @@ void send(AbstractCommand& command, CommandMessage::CommandType type, bool redo)
 } // namespace
 
 AbstractCommand::AbstractCommand(DocumentId document_id, const std::string& name)
-    : m_details(name, std::string(), QIcon())
-    , m_id(CommandManager::instance().createId())
+    : m_id(CommandManager::instance().createId())
     , m_document_id(document_id)
-{ }
+{
+    m_details.setName(name);
+}
 
 AbstractCommand::AbstractCommand(const AbstractCommand&) = default;
 AbstractCommand& AbstractCommand::operator=(const AbstractCommand&) = default;
@@ -112,19 +118,20 @@ bool AbstractCommand::empty() const
 
 void AbstractCommand::setName(const std::string& name)
 {
-    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    const std::lock_guard<std::mutex> lock(s_details_mutex);
     m_details.setName(name);
 }
 
 void AbstractCommand::setDescription(const std::string& description)
 {
-    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    const std::lock_guard<std::mutex> lock(s_details_mutex);
     m_details.setDescription(description);
 }
 
 void AbstractCommand::setIcon(const QIcon& icon)
 {
-    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    const QIcon old = m_details.icon(); // dies after the lock
+    const std::lock_guard<std::mutex> lock(s_details_mutex);
     m_details.setIcon(icon);
 }
 
@@ -136,7 +143,7 @@ void AbstractCommand::appendDescription(const std::string& text)
 
 CommandDetails AbstractCommand::details_copy() const
 {
-    const std::lock_guard<std::mutex> lock(m_details_mutex);
+    const std::lock_guard<std::mutex> lock(s_details_mutex);
     return m_details;
 }
 
@@ -167,29 +174,48 @@ void AbstractCommand::throw_if_cancelled() const
 
 std::string AbstractCommand::protocol(const char* prefix, bool succeeded) const
 {
-    return protocol(prefix, name(), succeeded);
+    std::string text = begin_protocol(prefix);
+    end_protocol(text, succeeded);
+    return text;
 }
 
-/// @p name is the one that the command had before the run.
-std::string AbstractCommand::protocol(const char* prefix, const std::string& name, bool succeeded) const
+/// What is written before the run: the name is the one that the command has then.
+std::string AbstractCommand::begin_protocol(const char* prefix) const
 {
-    std::string text = prefix;
-    text += '\t';
-    append_outcome(text, name, m_details.description(), succeeded);
-    if (const auto* const p_composite = dynamic_cast<const CompositeCommand*>(this)) {
-        for (const auto& child : p_composite->commands()) {
-            if (child.first) {
-                text += "\t* ";
-                append_outcome(text, child.first->name(), child.first->details().description(), child.second);
-            }
+    std::string protocol;
+    protocol.reserve(s_usual_protocol);
+    protocol += prefix;
+    protocol += '\t';
+    protocol += name();
+    return protocol;
+}
+
+void AbstractCommand::end_protocol(std::string& protocol, bool succeeded) const
+{
+    append_outcome(protocol, m_details.description(), succeeded);
+    const auto* const p_composite
+        = m_may_be_composite ? dynamic_cast<const CompositeCommand*>(this) : nullptr;
+    if (!p_composite) {
+        return;
+    }
+    protocol.reserve(protocol.size() + p_composite->commands().size() * s_usual_protocol_of_child);
+    for (const auto& child : p_composite->commands()) {
+        if (child.first) {
+            protocol += "\t* ";
+            protocol += child.first->name();
+            append_outcome(protocol, child.first->m_details.description(), child.second);
         }
     }
-    return text;
+}
+
+void AbstractCommand::set_document_modified() const
+{
+    DocumentManager::instance().document_from_id(m_document_id).set_modified(true);
 }
 
 AbstractCommand::Execute* AbstractCommand::execute_runnable()
 {
-    DocumentManager::instance().document_from_id(m_document_id).set_modified(true);
+    set_document_modified();
     return new Execute(this);
 }
 
@@ -207,13 +233,13 @@ AbstractCommand::Execute::~Execute() = default;
 void AbstractCommand::Execute::run(bool redo)
 {
     AbstractCommand& command = *m_p_command;
-    const std::string name = command.name();
+    std::string protocol = command.begin_protocol(s_do);
     ProgressRun progress_run(command.m_progress);
     const bool succeeded = attempt();
     command.finished(succeeded);
     progress_run.close();
 
-    const std::string protocol = command.protocol(s_do, name, succeeded);
+    command.end_protocol(protocol, succeeded);
     send(command, succeeded ? CommandMessage::Done : CommandMessage::Failed, redo);
     ErrorHandler::instance().report_command(protocol);
 }
@@ -250,7 +276,7 @@ AbstractCommand::UnExecute::~UnExecute() = default;
 void AbstractCommand::UnExecute::run(bool redo)
 {
     AbstractCommand& command = *m_p_command;
-    const std::string name = command.name();
+    std::string protocol = command.begin_protocol(s_undo);
     ProgressRun progress_run(command.m_progress);
     const auto fatal = [](const char* text) {
         ErrorHandler::instance().fatal_error(
@@ -269,7 +295,7 @@ void AbstractCommand::UnExecute::run(bool redo)
     command.finished(true);
     progress_run.close();
 
-    const std::string protocol = command.protocol(s_undo, name, true); // an undo always counts as done
+    command.end_protocol(protocol, true); // an undo always counts as done
     send(command, CommandMessage::Undone, redo);
     ErrorHandler::instance().report_command(protocol);
 }

@@ -42,20 +42,6 @@ std::string date_of_now()
     return QDateTime::currentDateTime().toString("yyyy-M-d h:m:s").toStdString();
 }
 
-/// How many of the registered documents were read from @p file.
-int documents_of(const std::string& file)
-{
-    DocumentManager& manager = DocumentManager::instance();
-    int count = 0;
-    for (const DocumentId& id : manager.current_documents()) {
-        const boost::shared_ptr<DataSource> source = manager.document_from_id(id).datasource();
-        if (source && utilities::file_from_url(source->url()) == file) {
-            ++count;
-        }
-    }
-    return count;
-}
-
 } // namespace
 
 unsigned int AbstractDocument::m_s_new_document_counter = 0;
@@ -192,9 +178,8 @@ void AbstractDocument::title(const std::string& key)
     if (key.empty()) {
         return;
     }
-    const std::string file = utilities::file_from_url(key);
-    m_title = file;
-    const int count = documents_of(file);
+    m_title = utilities::file_from_url(key);
+    const int count = DocumentManager::instance().documents_of(key);
     if (count >= 2) {
         m_title += ' ' + std::to_string(count);
     }

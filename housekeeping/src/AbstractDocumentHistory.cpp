@@ -32,7 +32,7 @@ AbstractDocumentHistory::~AbstractDocumentHistory() = default;
 void AbstractDocumentHistory::insertUndoCommand(const boost::shared_ptr<AbstractCommand>& sp)
 {
     if (!sp || sp->validUndo()) {
-        const bool merged = sp && merge_with_last(sp);
+        const bool merged = sp && sp->stackIndenticalCommand() && merge_with_last(sp);
         Stack doomed; // commands that can no longer be redone die after the lock
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (sp && !merged) {
@@ -43,8 +43,8 @@ void AbstractDocumentHistory::insertUndoCommand(const boost::shared_ptr<Abstract
     announce();
 }
 
-/// Asks the last command to absorb @p sp, if both are willing. The older one stays, the newer one is not kept
-/// but runs.
+/// Asks the last command, if it is as willing as @p sp, to absorb that. The older one stays, the newer one is
+/// not kept but runs.
 bool AbstractDocumentHistory::merge_with_last(const boost::shared_ptr<AbstractCommand>& sp)
 {
     boost::shared_ptr<AbstractCommand> sp_last;
@@ -55,8 +55,7 @@ bool AbstractDocumentHistory::merge_with_last(const boost::shared_ptr<AbstractCo
         }
         sp_last = m_undo.back();
     }
-    return sp_last && sp_last->stackIndenticalCommand() && sp->stackIndenticalCommand()
-        && sp_last->stackWith(sp);
+    return sp_last && sp_last->stackIndenticalCommand() && sp_last->stackWith(sp);
 }
 
 boost::shared_ptr<AbstractCommand> AbstractDocumentHistory::transferUndoCommand()
@@ -72,7 +71,7 @@ boost::shared_ptr<AbstractCommand> AbstractDocumentHistory::transferUndoCommand(
         if (sp_last->shouldClearRedoWhenUndoing()) {
             m_redo.swap(doomed);
         } else {
-            m_redo.push_back(sp_last);
+            m_redo.push_back(std::move(m_undo.back()));
         }
         m_undo.pop_back();
     }
@@ -89,7 +88,7 @@ boost::shared_ptr<AbstractCommand> AbstractDocumentHistory::transferRedoCommand(
             return sp_last;
         }
         sp_last = m_redo.back();
-        m_undo.push_back(sp_last);
+        m_undo.push_back(std::move(m_redo.back()));
         m_redo.pop_back();
     }
     announce();
@@ -101,7 +100,7 @@ void AbstractDocumentHistory::removeLastUndo()
     boost::shared_ptr<AbstractCommand> sp_doomed; // dies after the lock
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_undo.empty()) {
-        sp_doomed = m_undo.back();
+        sp_doomed = std::move(m_undo.back());
         m_undo.pop_back();
     }
 }

@@ -12,8 +12,6 @@
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/utilities/Pointers.h>
 
-#include <memory>
-
 namespace tarqa::housekeeping {
 
 namespace {
@@ -96,9 +94,9 @@ void CommandManager::insert(boost::shared_ptr<AbstractCommand> sp_command, bool)
         return;
     }
     history_of(id).insertUndoCommand(sp_command);
-    const std::unique_ptr<Runnable> runnable(sp_command->execute_runnable());
+    sp_command->set_document_modified();
     const RunningCommand running(*sp_command, "do");
-    runnable->run(false);
+    AbstractCommand::Execute(sp_command.get()).run(false);
     mark.clear();
 }
 
@@ -115,9 +113,8 @@ void CommandManager::undo(DocumentId document_id)
             tr("This Document is busy - please try to UNDO again when current operation is finished"));
         return;
     }
-    const std::unique_ptr<Runnable> runnable(sp_command->unexecute_runnable());
     const RunningCommand running(*sp_command, "undo");
-    runnable->run(false);
+    AbstractCommand::UnExecute(sp_command.get()).run(false);
     mark.clear();
 }
 
@@ -134,9 +131,9 @@ void CommandManager::redo(DocumentId document_id)
             tr("This Document is busy - please try to REDO again when current operation is finished"));
         return;
     }
-    const std::unique_ptr<Runnable> runnable(sp_command->execute_runnable());
+    sp_command->set_document_modified();
     const RunningCommand running(*sp_command, "redo");
-    runnable->run(true);
+    AbstractCommand::Execute(sp_command.get()).run(true);
     mark.clear();
 }
 

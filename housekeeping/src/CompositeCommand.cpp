@@ -8,6 +8,8 @@
 #include <tarqa/housekeeping/FailedCommandException.h>
 #include <tarqa/utilities/Pointers.h>
 
+#include <utility>
+
 namespace tarqa::housekeeping {
 
 namespace {
@@ -25,6 +27,7 @@ CompositeCommand::CompositeCommand(
     : AbstractCommand(document_id, name)
 {
     m_stack_identical = stack_identical;
+    m_may_be_composite = true;
 }
 
 CompositeCommand::CompositeCommand(const CompositeCommand&) = default;
@@ -39,7 +42,7 @@ unsigned long long CompositeCommand::size() const
 void CompositeCommand::push_back(boost::shared_ptr<AbstractCommand> command)
 {
     if (HK_ASSERT(utilities::valid_pointer(command), "utilities::valid_pointer(command)")) {
-        m_commands.emplace_back(command, false);
+        m_commands.emplace_back(std::move(command), false);
     }
 }
 

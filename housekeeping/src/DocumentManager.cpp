@@ -10,9 +10,11 @@
 #include <tarqa/housekeeping/AbstractState.h>
 #include <tarqa/housekeeping/CommandMessage.h>
 #include <tarqa/housekeeping/ControllerManager.h>
+#include <tarqa/housekeeping/DataSource.h>
 #include <tarqa/housekeeping/DocumentMessage.h>
 #include <tarqa/housekeeping/HousekeepingException.h>
 #include <tarqa/utilities/Pointers.h>
+#include <tarqa/utilities/Url.h>
 
 #include <QtCore/QTimer>
 
@@ -43,6 +45,16 @@ void send(const DocumentId& id, DocumentMessage::DocChangeType type)
     throw HousekeepingException(s_no_document, QObject::tr("Document does not exist"), s_source, line);
 }
 
+/// The document that a thread looked up last. It is the registered one as long as the registry does not
+/// change, and the next look-up is mostly for the same one.
+struct LookedUp
+{
+    unsigned long long registry_version = 0;
+    unsigned long long id = 0;
+    AbstractDocument* p_document = nullptr; // owned by the registry
+};
+thread_local LookedUp t_looked_up;
+
 /// Takes an id out of a set on every way out of a scope.
 class Removal
 {
@@ -70,12 +82,17 @@ private:
 
 } // namespace
 
+std::atomic<unsigned long long> DocumentManager::s_registry_version{1};
+
 DocumentManager::DocumentManager()
 {
     CommandMessage::subscribe(this, Qt::AutoConnection);
 }
 
-DocumentManager::~DocumentManager() = default;
+DocumentManager::~DocumentManager()
+{
+    ++s_registry_version;
+}
 
 pkBase::pkSingleton<DocumentManager>& DocumentManager::get_instance()
 {
@@ -116,6 +133,7 @@ AbstractDocument& DocumentManager::create_document()
     {
         const std::lock_guard<std::mutex> access(m_container_mutex);
         inserted = m_document_registry.insert(std::make_pair(document.id(), sp_ad)).second;
+        ++s_registry_version;
     }
     HK_ASSERT(inserted, "inserted");
     m_current_document = &document;
@@ -240,14 +258,43 @@ boost::shared_ptr<AbstractDocument> DocumentManager::find_or_throw(
     throw_no_document(__LINE__);
 }
 
+AbstractDocument& DocumentManager::look_up(const DocumentId& id, const char* caller) const
+{
+    LookedUp& last = t_looked_up;
+    // Read before the registry: what is found may be newer than the version, never older.
+    const unsigned long long version = s_registry_version;
+    if (last.registry_version != version || last.id != id.getId()) {
+        last.p_document = find_or_throw(id, caller).get();
+        last.registry_version = version;
+        last.id = id.getId();
+    }
+    return *last.p_document;
+}
+
 AbstractDocument& DocumentManager::document_from_id(const DocumentId& id)
 {
-    return *find_or_throw(id, BOOST_CURRENT_FUNCTION);
+    return look_up(id, BOOST_CURRENT_FUNCTION);
 }
 
 const AbstractDocument& DocumentManager::document_from_id(const DocumentId& id) const
 {
-    return *find_or_throw(id, BOOST_CURRENT_FUNCTION);
+    return look_up(id, BOOST_CURRENT_FUNCTION);
+}
+
+/// How many of the registered documents were read from the file that @p key names. Their data sources may
+/// change at any time, without telling, so that there is nothing to count in advance.
+int DocumentManager::documents_of(const std::string& key) const
+{
+    const std::string file = utilities::file_from_url(key);
+    const std::lock_guard<std::mutex> access(m_container_mutex);
+    int count = 0;
+    for (const Registry::value_type& entry : m_document_registry) {
+        const DataSource* const p_source = entry.second ? entry.second->m_datasource.get() : nullptr;
+        if (p_source && (p_source->url() == key || utilities::file_from_url(p_source->url()) == file)) {
+            ++count;
+        }
+    }
+    return count;
 }
 
 unsigned long long DocumentManager::num_documents() const
@@ -324,6 +371,7 @@ void DocumentManager::drop_document(const DocumentId& id, DocumentId next_curren
         if (iter != m_document_registry.end()) { // a subscriber may have been faster
             sp_doomed = std::move(iter->second);
             m_document_registry.erase(iter);
+            ++s_registry_version;
         }
     }
     if (m_current_document == sp_doomed.get()) {

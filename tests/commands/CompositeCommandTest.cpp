@@ -303,10 +303,12 @@ TEST(CompositeCommand, CopySharesTheChildrenAndKeepsTheId)
     const CompositeCommand copy(*composite);
     EXPECT_EQ(composite->id(), copy.id());
     EXPECT_EQ(composite->commands(), copy.commands());
+    EXPECT_EQ(composite->protocol("DO>", true), copy.protocol("DO>", true));
     CompositeCommand assigned(s_document, "Other", false);
     assigned = *composite;
     EXPECT_EQ(composite->id(), assigned.id());
     EXPECT_EQ(composite->commands(), assigned.commands());
+    EXPECT_EQ("DO>\tBatch - Succeeded.\n\t* A - Succeeded.\n", assigned.protocol("DO>", true));
 }
 
 // Merging

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <future>
 #include <set>
 #include <thread>
 
@@ -227,6 +228,36 @@ TEST(DocumentManager, CreationHasAFixedOrder)
             "alpha.update_state(Document 1)", "Created(Document 1)"));
     EXPECT_TRUE(document.state("alpha"));
     EXPECT_TRUE(ControllerManager::instance().controller("alpha")->state_exists());
+}
+
+TEST(DocumentManager, DocumentIsNotFoundAnyMoreWhenItIsGone)
+{
+    const DocumentId id = create_document().id();
+    const DocumentId other = create_document().id();
+    std::promise<void> found, gone;
+    std::thread worker([&] {
+        EXPECT_EQ(id, manager().document_from_id(id).id());
+        found.set_value();
+        gone.get_future().wait();
+        EXPECT_EQ(1014u, failure_of([id] { manager().document_from_id(id); }));
+        EXPECT_EQ(other, manager().document_from_id(other).id());
+    });
+    found.get_future().wait();
+    EXPECT_EQ(id, manager().document_from_id(id).id());
+    EXPECT_TRUE(manager().destroy_document(id, true, false, false, DocumentId::null()));
+    gone.set_value();
+    EXPECT_EQ(1014u, failure_of([id] { manager().document_from_id(id); }));
+    EXPECT_EQ(1014u, failure_of([id] { DocumentManager::const_instance().document_from_id(id); }));
+    EXPECT_EQ(other, manager().document_from_id(other).id());
+    worker.join();
+}
+
+TEST(DocumentManager, NextManagerFindsItsOwnDocumentsOnly)
+{
+    const DocumentId id = create_document().id();
+    EXPECT_EQ(id, manager().document_from_id(id).id());
+    TestAccess::destroy<DocumentManager>();
+    EXPECT_EQ(1014u, failure_of([id] { manager().document_from_id(id); }));
 }
 
 TEST(DocumentManager, NewDocumentIsRegisteredAndCurrent)

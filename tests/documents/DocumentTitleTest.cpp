@@ -169,6 +169,23 @@ TEST(AbstractDocument, SourceWithoutInformationCountsForTheNumber)
     EXPECT_EQ("/data/a.dat 2", second.title());
 }
 
+TEST(AbstractDocument, NumberCountsWhatTheSourcesSayNow)
+{
+    support::register_data_information("fake");
+    FakeDocument& first = create_document();
+    FakeDocument& second = create_document();
+    FakeDocument& third = create_document();
+    for (FakeDocument* document : {&first, &second}) {
+        document->datasource(source("/data/a.dat"));
+    }
+    second.datasource()->info({"file:///data/b%2Edat", "fake", "depth", "feet"});
+    third.datasource(source("/data/b.dat"));
+    EXPECT_EQ("/data/b.dat 2", third.title());
+    third.datasource(source("/data/a.dat"));
+    EXPECT_EQ("/data/a.dat 2", third.title()); // the first one's and its own
+    EXPECT_EQ("/data/a.dat 2", second.title()); // as it was
+}
+
 TEST(AbstractDocument, EmptyKeyChangesNothing)
 {
     FakeDocument document;

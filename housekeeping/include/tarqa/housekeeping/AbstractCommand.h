@@ -10,7 +10,6 @@
 #include <boost/shared_ptr.hpp>
 
 #include <atomic>
-#include <mutex>
 #include <string>
 
 namespace pkBase {
@@ -33,7 +32,7 @@ namespace tarqa::housekeeping {
  *
  * Everything but request_cancel() belongs to the thread that runs the command or, between runs, to whoever
  * holds it, name() and details() included. The lists of the undo history may be read in other threads all the
- * same: they copy the details under a private mutex, which the setters take too.
+ * same: they copy the details under a private mutex, one for all commands, which the setters take too.
  */
 class TQ_HK_EXPORT AbstractCommand
 {
@@ -153,26 +152,19 @@ protected:
 
 private:
     friend class AbstractDocumentHistory; // copies the details
+    friend class CommandManager; // runs it
     friend class CompositeCommand; // runs its children
     friend class TestAccess;
 
     void throw_if_cancelled() const;
-    std::string protocol(const char* prefix, const std::string& name, bool succeeded) const;
-
-    /// A mutex that is not copied along with what it guards.
-    struct DetailsMutex : std::mutex
-    {
-        DetailsMutex() = default;
-        DetailsMutex(const DetailsMutex&)
-            : std::mutex()
-        { }
-        DetailsMutex& operator=(const DetailsMutex&) { return *this; }
-    };
+    void set_document_modified() const;
+    std::string begin_protocol(const char* prefix) const;
+    void end_protocol(std::string& protocol, bool succeeded) const;
 
     CommandDetails details_copy() const;
 
-    mutable DetailsMutex m_details_mutex; // around one access, never longer
-    CommandDetails m_details; // written under m_details_mutex
+    bool m_may_be_composite = false; // most are none, and are not asked
+    CommandDetails m_details; // written under the mutex of all details
     CommandId m_id;
     DocumentId m_document_id;
     pkBase::AbstractProgress* m_progress = nullptr; // not owned

@@ -7,8 +7,10 @@
 #include <QtCore/QMutex>
 #include <QtCore/QObject>
 
+#include <boost/container/flat_map.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <set>
@@ -109,6 +111,7 @@ private slots:
 
 private:
     friend class pkBase::pkSingleton<DocumentManager>;
+    friend class AbstractDocument; // counts the documents of a file, for its title
     friend class TestAccess;
     DocumentManager();
     ~DocumentManager() override;
@@ -119,6 +122,7 @@ private:
 
     boost::shared_ptr<AbstractDocument> find(const DocumentId& id) const;
     boost::shared_ptr<AbstractDocument> find_or_throw(const DocumentId& id, const char* caller) const;
+    AbstractDocument& look_up(const DocumentId& id, const char* caller) const;
     AbstractDocument& current_or_throw(const char* caller) const;
     void link_first_document(AbstractDocument& document);
     void give_states_of(AbstractDocument* p_document, const char* caller) const;
@@ -126,6 +130,7 @@ private:
     void remove_busy_mark(const DocumentId& id, const char* caller);
     void drop_document(const DocumentId& id, DocumentId next_current, const char* caller);
     void choose_next_current(const DocumentId& id, DocumentId wanted, const char* caller);
+    int documents_of(const std::string& key) const;
     DocumentId first_after(const DocumentId& id) const;
     bool is_invalid(const DocumentId& id) const;
 
@@ -133,11 +138,13 @@ private:
     AbstractDocument* m_current_document = nullptr; // owned by the registry
     DocumentId m_first_id = DocumentId::null();
     mutable QMutex m_registry_mutex; // creation and destruction
-    std::map<DocumentId, int> m_busy; // guarded by m_busy_mutex
+    boost::container::flat_map<DocumentId, int> m_busy; // few, and with each command; guarded by m_busy_mutex
     mutable QMutex m_busy_mutex;
     std::set<DocumentId> m_in_destruction; // guarded by m_destruction_mutex
     mutable QMutex m_destruction_mutex;
     mutable std::mutex m_container_mutex; // around one access to the registry's container, never longer
+    /// Of all managers' registries; counts the changes. Written under m_container_mutex.
+    static std::atomic<unsigned long long> s_registry_version;
 };
 
 } // namespace tarqa::housekeeping
