@@ -76,7 +76,7 @@ void AbstractController::force_update()
 void AbstractController::acquire()
 {
     guarded::lock(m_mutex, s_lock);
-    m_locked = true;
+    m_locked.store(true, std::memory_order_release);
 }
 
 void AbstractController::release(bool update)
@@ -88,7 +88,7 @@ void AbstractController::release(bool update)
         AbstractController& controller;
         ~Unlock()
         {
-            controller.m_locked = false;
+            controller.m_locked.store(false, std::memory_order_release);
             guarded::unlock(controller.m_mutex);
         }
     };

@@ -17,12 +17,14 @@ ControllerLocker::ControllerLocker(AbstractController& controller)
 
 ControllerLocker::~ControllerLocker() noexcept(false)
 {
-    if (std::uncaught_exceptions() == m_uncaught) {
+    try {
         m_controller.release(m_finished);
-        return;
+    } catch (...) {
+        if (std::uncaught_exceptions() == m_uncaught) {
+            throw;
+        }
+        logging_exceptions("An unknown exception was thrown while views were updated", [] { throw; });
     }
-    logging_exceptions("An unknown exception was thrown while views were updated",
-        [this] { m_controller.release(m_finished); });
 }
 
 } // namespace tarqa::housekeeping

@@ -15,13 +15,18 @@ const char* const s_variable = "TARQ_TRIPWIRE";
 
 std::atomic<int> TripwireState::s_value{TripwireState::Unasked};
 
-/// Unless somebody set it meanwhile.
-bool TripwireState::ask_environment()
+/// Looks at the environment if nobody has decided yet.
+bool TripwireState::is_on_or_asks()
 {
-    const QByteArray text = qgetenv(s_variable);
-    const int wanted = text.isEmpty() || text == "0" ? Off : On;
-    int value = Unasked;
-    return (s_value.compare_exchange_strong(value, wanted) ? wanted : value) == On;
+    int value = s_value;
+    if (value == Unasked) {
+        const QByteArray text = qgetenv(s_variable);
+        const int wanted = text.isEmpty() || text == "0" ? Off : On;
+        if (s_value.compare_exchange_strong(value, wanted)) { // or somebody decided meanwhile
+            value = wanted;
+        }
+    }
+    return value == On;
 }
 
 void Tripwire::enable()

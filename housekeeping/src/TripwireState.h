@@ -8,22 +8,18 @@ namespace tarqa::housekeeping {
 class TripwireState
 {
 public:
-    static bool is_on()
-    {
-        const int value = s_value.load(std::memory_order_relaxed);
-        return value == On || (value == Unasked && ask_environment());
-    }
+    static bool is_on() { return s_value.load(std::memory_order_relaxed) != Off && is_on_or_asks(); }
     static void set(bool on) { s_value = on ? On : Off; }
 
 private:
     enum Value
     {
+        Off = 0,
         Unasked, ///< the environment has not been looked at
-        Off,
         On
     };
 
-    static bool ask_environment();
+    static bool is_on_or_asks();
 
     static std::atomic<int> s_value;
 };

@@ -43,6 +43,10 @@ void Updateable::update(AbstractController* p_controller)
     if (range.first == range.second) {
         return;
     }
+    if (std::next(range.first) == range.second) {
+        range.first->second->update(); // whatever it does to the registry, nobody comes after it
+        return;
+    }
     // A view may register another one while it updates, and may end one.
     const std::vector<Registry::value_type> snapshot(range.first, range.second);
     for (const Registry::value_type& entry : snapshot) {

@@ -97,6 +97,23 @@ TEST(Updateable, ViewThatIsTakenOutMeanwhileIsNotUpdatedAnyMore)
     EXPECT_THAT(journal().entries(), ElementsAre("first.update"));
 }
 
+TEST(Updateable, ViewMayTakeItselfOutWhileItIsUpdated)
+{
+    FakeController controller("alpha");
+    FakeView first("first");
+    FakeView second("second");
+    first.on_update = [&] { first.unregister(); };
+    first.register_controller(&controller);
+    Updateable::update(&controller); // as the only one
+    EXPECT_EQ(0u, TestAccess::registered_views());
+    first.register_controller(&controller);
+    second.register_controller(&controller);
+    Updateable::update(&controller);
+    Updateable::update(&controller);
+    EXPECT_THAT(
+        journal().entries(), ElementsAre("first.update", "first.update", "second.update", "second.update"));
+}
+
 TEST(Updateable, CopyIsNotRegistered)
 {
     FakeController controller("alpha");

@@ -50,7 +50,7 @@ public:
 
     /// Whether somebody holds the lock. Deliberately cleared by the inner of two nested releases: do not rely
     /// on it there.
-    bool is_locked() const { return m_locked; }
+    bool is_locked() const { return m_locked.load(std::memory_order_acquire); }
 
 protected:
     /// The base gives none.
