@@ -115,8 +115,7 @@ extern "C" void hk_last_words(int number, siginfo_t* p_info, void*)
         void* trace[s_longest_trace];
         const int depth = backtrace(trace, s_longest_trace);
         write_words(STDERR_FILENO, number, p_info, trace, depth);
-        struct stat status;
-        const int file = open_own_file(s_file, O_WRONLY | O_CREAT | O_APPEND, status);
+        const int file = open_own_file(s_file, O_WRONLY | O_CREAT | O_APPEND);
         if (file >= 0) {
             write_words(file, number, p_info, trace, depth);
             ::close(file);

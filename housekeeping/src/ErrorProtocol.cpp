@@ -9,7 +9,10 @@
 #include <tarqa/utilities/SystemPaths.h>
 #include <tarqa/utilities/Url.h>
 
+#include <boost/container/small_vector.hpp>
+
 #include <atomic>
+#include <initializer_list>
 #include <iostream>
 #include <sstream>
 
@@ -36,9 +39,34 @@ std::string head_of_file()
     return head.str();
 }
 
-std::string text_or_empty(const char* text)
+/// The text of an entry, put together of parts: without the heap if it is as long as most are.
+class Entry
 {
-    return text ? text : "";
+public:
+    template <class... Parts>
+    explicit Entry(const Parts&... parts)
+    {
+        const std::initializer_list<std::string_view> all = {parts...};
+        std::size_t length = 0;
+        for (const std::string_view& part : all) {
+            length += part.size();
+        }
+        m_text.reserve(length);
+        for (const std::string_view& part : all) {
+            m_text.insert(m_text.end(), part.begin(), part.end());
+        }
+    }
+    operator std::string_view() const { return {m_text.data(), m_text.size()}; }
+
+private:
+    static constexpr std::size_t s_usual_length = 512;
+
+    boost::container::small_vector<char, s_usual_length> m_text;
+};
+
+std::string_view text_or_empty(const char* text)
+{
+    return text ? std::string_view(text) : std::string_view();
 }
 
 std::string information_of(const tarqa::Exception& exception)
@@ -109,7 +137,7 @@ void ErrorProtocol::destroy_at_shutdown()
     destroy_instance();
 }
 
-void ErrorProtocol::write(const std::string& text, bool empty_first)
+void ErrorProtocol::write(std::string_view text, bool empty_first)
 {
     if (LogHolder::is_this_thread()) {
         guarded::avoided(m_mutex, s_log_mutex);
@@ -120,7 +148,6 @@ void ErrorProtocol::write(const std::string& text, bool empty_first)
         return;
     }
     const GuardedLocker lock(&m_mutex, s_log_mutex);
-    const LogHolder holder;
     log_file::write(m_filename, text, empty_first);
 }
 
@@ -129,7 +156,7 @@ void ErrorProtocol::write(const std::string& text, bool empty_first)
 void ErrorProtocol::log_message(const std::string& text)
 {
     try {
-        write(text + '\n');
+        write(Entry(text, "\n"));
     } catch (...) { }
 }
 
@@ -144,44 +171,44 @@ void ErrorProtocol::log_assert(
     const char* expression, const char* function, const char* file, unsigned int line)
 {
     try {
-        write(text_or_empty(file) + ':' + std::to_string(line) + " ASSERT FAILED in "
-            + text_or_empty(function) + ": " + text_or_empty(expression) + '\n');
+        write(Entry(text_or_empty(file), ":", std::to_string(line), " ASSERT FAILED in ",
+            text_or_empty(function), ": ", text_or_empty(expression), "\n"));
     } catch (...) { }
 }
 
 void ErrorProtocol::log_exception(const tarqa::Exception& exception)
 {
     try {
-        write("TARQA EXCEPTION THROWN:\n" + information_of(exception) + "\n\n");
+        write(Entry("TARQA EXCEPTION THROWN:\n", information_of(exception), "\n\n"));
     } catch (...) { }
 }
 
 void ErrorProtocol::log_exception(const std::exception& exception)
 {
     try {
-        write(std::string("STD EXCEPTION THROWN:") + exception.what() + "\n\n");
+        write(Entry("STD EXCEPTION THROWN:", exception.what(), "\n\n"));
     } catch (...) { }
 }
 
 void ErrorProtocol::log_fatal_error(const std::string& text)
 {
     try {
-        write("FATAL ERROR!\nFurther Information: " + text + "\n\n", true);
+        write(Entry("FATAL ERROR!\nFurther Information: ", text, "\n\n"), true);
     } catch (...) { }
 }
 
 void ErrorProtocol::log_fatal_error(const tarqa::Exception& exception)
 {
     try {
-        write("fatal error!\nCause: tarqa::Exception\nFurther Information: " + information_of(exception));
+        write(
+            Entry("fatal error!\nCause: tarqa::Exception\nFurther Information: ", information_of(exception)));
     } catch (...) { }
 }
 
 void ErrorProtocol::log_fatal_error(const std::exception& exception)
 {
     try {
-        write(std::string("FATAL ERROR!\nCause: std::exception\nFurther Information: ") + exception.what()
-            + '\n');
+        write(Entry("FATAL ERROR!\nCause: std::exception\nFurther Information: ", exception.what(), "\n"));
     } catch (...) { }
 }
 

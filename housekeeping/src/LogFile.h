@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace tarqa::housekeeping {
 
@@ -25,7 +26,7 @@ std::string choose(const std::string& base, const std::string& head);
 
 /// Appends @p text, or replaces the whole content by it. A file that is new or empty is closed to other
 /// users; one that is not this user's is not touched. @return false if it could not be written as a whole
-bool write(const std::string& file, const std::string& text, bool empty_first);
+bool write(const std::string& file, std::string_view text, bool empty_first);
 
 // The platform's part:
 
@@ -38,7 +39,7 @@ bool claim_directory(const std::string& directory);
 bool is_own(const std::string& file);
 /// Makes a file that must not exist yet, with @p text as its content. @return false if it exists or cannot be
 /// made
-bool create_new(const std::string& file, const std::string& text);
+bool create_new(const std::string& file, std::string_view text);
 /// The nanoseconds between the epoch and the last change of @p file, or of the link. @return false if nothing
 /// has this name
 bool last_modified(const std::string& file, long long& nanoseconds);

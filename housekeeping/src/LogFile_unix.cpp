@@ -17,7 +17,7 @@ constexpr uid_t s_superuser = 0;
 constexpr long long s_nanoseconds = 1000000000LL;
 
 /// Writes all of @p text and closes @p descriptor. Short writes go on; a signal does not count as an error.
-bool write_and_close(int descriptor, const std::string& text)
+bool write_and_close(int descriptor, std::string_view text)
 {
     const char* p_rest = text.data();
     std::size_t left = text.size();
@@ -43,34 +43,41 @@ void set_rights(const std::string& directory, mode_t rights)
     ::fchmodat(AT_FDCWD, directory.c_str(), rights, AT_SYMLINK_NOFOLLOW);
 }
 
+/// The user whose log it is: the one whom the process works for when it chooses one.
+uid_t owner()
+{
+    static const uid_t s_user = ::geteuid(); // a call of the system's otherwise, at each entry
+    return s_user;
+}
+
 /// Opens the log, whose directory may have been deleted, or could not be made when the program began.
-int open_log(const std::string& file, struct stat& status)
+int open_log(const std::string& file, struct statx& status)
 {
     const int flags = O_WRONLY | O_CREAT | O_APPEND;
-    const int descriptor = open_own_file(file.c_str(), flags, status);
+    const int descriptor = open_own_file(file.c_str(), flags, owner(), status);
     if (descriptor >= 0 || errno != ENOENT) {
         return descriptor;
     }
     const std::string directory = file.substr(0, file.rfind('/') + 1);
     return make_directory(directory) && claim_directory(directory)
-        ? open_own_file(file.c_str(), flags, status)
+        ? open_own_file(file.c_str(), flags, owner(), status)
         : -1;
 }
 
 } // namespace
 
-bool write(const std::string& file, const std::string& text, bool empty_first)
+bool write(const std::string& file, std::string_view text, bool empty_first)
 {
-    struct stat status;
+    struct statx status;
     const int descriptor = open_log(file, status);
     if (descriptor < 0) {
         return false;
     }
     const bool may_write = !empty_first || ::ftruncate(descriptor, 0) == 0;
-    if (empty_first || status.st_size == 0) {
+    if (empty_first || status.stx_size == 0) {
         ::fchmod(descriptor, s_file_mode); // not at each entry: the user may open a log to others
     }
-    return write_and_close(descriptor, may_write ? text : std::string()) && may_write;
+    return write_and_close(descriptor, may_write ? text : std::string_view()) && may_write;
 }
 
 bool make_directory(const std::string& directory)
@@ -106,11 +113,11 @@ bool claim_directory(const std::string& directory)
 
 bool is_own(const std::string& file)
 {
-    struct stat status;
-    return ::lstat(file.c_str(), &status) == 0 && is_own_file(status);
+    struct statx status;
+    return ask_for_file(AT_FDCWD, file.c_str(), AT_SYMLINK_NOFOLLOW, status) && is_own_file(status, owner());
 }
 
-bool create_new(const std::string& file, const std::string& text)
+bool create_new(const std::string& file, std::string_view text)
 {
     const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, s_file_mode);
     if (descriptor < 0) {

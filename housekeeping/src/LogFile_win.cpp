@@ -23,7 +23,7 @@ long long to_nanoseconds(const FILETIME& time)
     return (ticks - s_ticks_before_epoch) * s_ticks_to_nanoseconds;
 }
 
-bool write_and_close(HANDLE file, const std::string& text)
+bool write_and_close(HANDLE file, std::string_view text)
 {
     DWORD written = 0;
     const bool complete = WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr)
@@ -39,7 +39,7 @@ HANDLE open(const std::string& file, DWORD access, DWORD disposition)
 
 } // namespace
 
-bool write(const std::string& file, const std::string& text, bool empty_first)
+bool write(const std::string& file, std::string_view text, bool empty_first)
 {
     const HANDLE handle
         = empty_first ? open(file, GENERIC_WRITE, CREATE_ALWAYS) : open(file, FILE_APPEND_DATA, OPEN_ALWAYS);
@@ -64,7 +64,7 @@ bool is_own(const std::string& file)
         && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0;
 }
 
-bool create_new(const std::string& file, const std::string& text)
+bool create_new(const std::string& file, std::string_view text)
 {
     const HANDLE handle = open(file, GENERIC_WRITE, CREATE_NEW);
     if (handle == INVALID_HANDLE_VALUE) {

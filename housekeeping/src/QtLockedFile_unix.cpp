@@ -30,8 +30,7 @@ bool QtLockedFile::open(OpenMode mode)
     const QString name = fileName();
     // A name in a directory that everybody may write to.
     const int access = mode & WriteOnly ? O_RDWR : O_RDONLY;
-    struct stat status;
-    const int descriptor = open_own_file(QFile::encodeName(name).constData(), access | O_CREAT, status);
+    const int descriptor = open_own_file(QFile::encodeName(name).constData(), access | O_CREAT);
     if (descriptor == -1) {
         setErrorString(qt_error_string(errno));
         return false;

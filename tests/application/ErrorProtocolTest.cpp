@@ -53,6 +53,17 @@ TEST_F(ErrorProtocolEntry, EmptyMessageIsAnEmptyLine)
     EXPECT_EQ(entries(), "\n");
 }
 
+TEST_F(ErrorProtocolEntry, MessageMayBeOfAnyLength)
+{
+    std::string expected;
+    for (const std::size_t length : {1, 42, 510, 511, 512, 513, 1024, 5000, 100000}) {
+        const std::string message = std::string(length - 1, 'x') + 'y';
+        log().log_message(message);
+        expected += message + '\n';
+    }
+    EXPECT_EQ(entries(), expected);
+}
+
 TEST_F(ErrorProtocolEntry, MessageKeepsItsBytes)
 {
     log().log_message("a\tb\n\nc %1 \xff µ");

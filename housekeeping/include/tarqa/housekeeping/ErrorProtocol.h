@@ -8,6 +8,7 @@
 #include <exception>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace tarqa {
 class Exception;
@@ -77,7 +78,7 @@ private:
     static void destroy_instance();
     static void destroy_at_shutdown();
 
-    void write(const std::string& text, bool empty_first = false);
+    void write(std::string_view text, bool empty_first = false);
 
     static const bool s_destruction_reserved;
 
