@@ -94,6 +94,22 @@ void UndoRedoController::redo(const unsigned long long& n)
     }
 }
 
+unsigned long long UndoRedoController::undo_count() const
+{
+    if (!HK_ASSERT(m_sp_undo_redo_state, "utilities::valid_pointer(m_sp_undo_redo_state)")) {
+        return 0;
+    }
+    return m_sp_undo_redo_state->document_history().undoSize();
+}
+
+unsigned long long UndoRedoController::redo_count() const
+{
+    if (!HK_ASSERT(m_sp_undo_redo_state, "utilities::valid_pointer(m_sp_undo_redo_state)")) {
+        return 0;
+    }
+    return m_sp_undo_redo_state->document_history().redoSize();
+}
+
 std::vector<CommandDetails> UndoRedoController::getUndoCommandDetails(const unsigned long long& n) const
 {
     if (!HK_ASSERT(m_sp_undo_redo_state, "utilities::valid_pointer(m_sp_undo_redo_state)")) {

@@ -203,6 +203,16 @@ TEST_F(UndoRedoWithoutState, DetailsAreLoggedAndEmpty)
         "UndoRedoController::getRedoCommandDetails(", s_source));
 }
 
+TEST_F(UndoRedoWithoutState, CountsAreLoggedAndZero)
+{
+    EXPECT_EQ(0u, own.undo_count());
+    EXPECT_TRUE(log.took_assert(
+        "utilities::valid_pointer(m_sp_undo_redo_state)", "UndoRedoController::undo_count(", s_source));
+    EXPECT_EQ(0u, own.redo_count());
+    EXPECT_TRUE(log.took_assert(
+        "utilities::valid_pointer(m_sp_undo_redo_state)", "UndoRedoController::redo_count(", s_source));
+}
+
 // The state
 
 TEST_F(UndoRedoWithoutState, CreatedStateIsKeptWithoutARefresh)
@@ -525,6 +535,8 @@ TEST_F(UndoRedo, DetailsAreTheMostRecentOnesFirst)
     EXPECT_THAT(names(controller().getRedoCommandDetails(0)), IsEmpty());
     EXPECT_THAT(names(controller().getRedoCommandDetails(1)), ElementsAre("B"));
     EXPECT_THAT(names(controller().getRedoCommandDetails(2)), ElementsAre("B", "C"));
+    EXPECT_EQ(1u, controller().undo_count());
+    EXPECT_EQ(2u, controller().redo_count());
 }
 
 TEST_F(UndoRedo, DetailsAreCopies)

@@ -242,6 +242,8 @@ static_assert(!std::is_copy_constructible_v<UndoRedoController>);
 static_assert(declares<bool (UndoRedoController::*)() const>(&UndoRedoController::state_exists));
 INTERFACE_HAS(UndoRedoController::undo, void (UndoRedoController::*)(const Number&));
 INTERFACE_HAS(UndoRedoController::redo, void (UndoRedoController::*)(const Number&));
+INTERFACE_HAS(UndoRedoController::undo_count, Number (UndoRedoController::*)() const);
+INTERFACE_HAS(UndoRedoController::redo_count, Number (UndoRedoController::*)() const);
 INTERFACE_HAS(
     UndoRedoController::getUndoCommandDetails, DetailsList (UndoRedoController::*)(const Number&) const);
 INTERFACE_HAS(

@@ -139,20 +139,22 @@ void UndoRedoPresentation::set_undo_redo_items(bool fetch)
     if (!m_undo || !m_redo) {
         return;
     }
+    unsigned long long undo_count = 0;
+    unsigned long long redo_count = 0;
     std::vector<CommandDetails> undos;
     std::vector<CommandDetails> redos;
     UndoRedoController* const p_controller = fetch ? controller() : nullptr;
     if (fetch && HK_ASSERT(p_controller, "urc")) {
         const ControllerLocker locker(*p_controller);
         if (p_controller->state_exists()) {
-            undos = p_controller->getUndoCommandDetails(m_undo->wanted());
-            redos = p_controller->getRedoCommandDetails(m_redo->wanted());
+            undo_count = p_controller->undo_count();
+            redo_count = p_controller->redo_count();
+            undos = p_controller->getUndoCommandDetails(m_undo->wanted(undo_count));
+            redos = p_controller->getRedoCommandDetails(m_redo->wanted(redo_count));
         }
     }
-    m_undo->detach_list();
-    m_redo->detach_list();
-    m_undo->set_items(undos);
-    m_redo->set_items(redos);
+    m_undo->set_items(undos, undo_count);
+    m_redo->set_items(redos, redo_count);
     if (fetch) { // while a document is busy an open list does nothing, and stays
         m_undo->close_detached_list();
         m_redo->close_detached_list();

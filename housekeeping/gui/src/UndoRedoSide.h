@@ -12,6 +12,8 @@
 
 namespace tarqa::housekeeping::gui {
 
+class ListAction;
+
 /**
  * One direction of the UndoRedoPresentation, undo or redo: its two actions and its drop-down list.
  *
@@ -37,17 +39,16 @@ public:
     UndoRedoSide(QObject* p_owner, const Texts& texts, const QString& icon, const QKeySequence& shortcut);
 
     QAction* menu_action() { return m_p_menu_action; }
-    QAction* tool_bar_action() { return m_p_tool_bar_action; }
+    QAction* tool_bar_action();
     QMenu& list() { return m_list; }
 
-    /// Takes the list off the tool bar's action.
-    void detach_list();
     /// Closes the list if it is open although it is not attached any more: its entries are of the past.
     void close_detached_list();
-    /// How many details set_items() wants, if there are as many.
-    unsigned long long wanted() const;
-    /// Shows what can be undone. @param details most recent first
-    void set_items(const std::vector<CommandDetails>& details);
+    /// How many details set_items() wants, if there are as many. @param count how many commands there are
+    unsigned long long wanted(unsigned long long count) const;
+    /// Shows what can be undone, and takes the list off the tool bar's action or puts it there.
+    /// @param details most recent first @param count how many commands there are
+    void set_items(const std::vector<CommandDetails>& details, unsigned long long count);
 
     bool waits() const { return m_waits; }
     /// Fills the list with one entry per command, a separator and the entry for all.
@@ -58,13 +59,15 @@ public:
 
 private:
     QString count_text(unsigned long long n) const;
-    void shrink_list(int count);
+    void resize_list(int count);
     void fill_entry(QAction* p_entry, const CommandDetails& details, int position);
 
     Texts m_texts;
     QAction* m_p_menu_action; // the owner's
-    QAction* m_p_tool_bar_action; // the owner's
+    ListAction* m_p_tool_bar_action; // the owner's
     QMenu m_list;
+    QAction* m_p_separator; // the list's, and in it once it is filled
+    QAction* m_p_all; // the last entry; likewise
     bool m_waits = false;
 };
 

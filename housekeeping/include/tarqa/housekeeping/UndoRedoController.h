@@ -50,6 +50,10 @@ public:
     /// The same for the last @p n undone commands.
     void redo(const unsigned long long& n);
 
+    /// How many commands can be undone. Asserts that there is a state.
+    unsigned long long undo_count() const;
+    unsigned long long redo_count() const;
+
     /// The details of at most @p n commands, most recent first. Asserts that there is a state.
     std::vector<CommandDetails> getUndoCommandDetails(const unsigned long long& n) const;
     std::vector<CommandDetails> getRedoCommandDetails(const unsigned long long& n) const;

@@ -48,7 +48,8 @@ public:
     QAction* undo_action();
     QAction* redo_action();
     /// The actions of the tool bar; null before init(). Owned here. Their lists of more than a hundred
-    /// entries are up to date only once they are about to show.
+    /// entries are up to date only once they are about to show. Qt's own tool bars and buttons learn that a
+    /// list came or went when the event loop comes round; changed() is sent at once, as ever.
     QAction* undo_tool_bar_action();
     QAction* redo_tool_bar_action();
 
