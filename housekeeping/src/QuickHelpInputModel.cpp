@@ -2,12 +2,34 @@
 
 #include <tarqa/housekeeping/AbstractQuickHelpInputEntry.h>
 
+#include <algorithm>
+
 namespace tarqa::housekeeping {
+
+namespace {
+
+/// A QVariant that takes the text over. Qt's constructors copy it: counting a second owner, and soon one
+/// less, takes as long as all the rest of reading a row.
+QVariant variant_of(QString text)
+{
+    QVariant result(QStringLiteral("")); // has no owners to count
+    static_cast<QString*>(result.data())->swap(text);
+    return result;
+}
+
+} // namespace
 
 QuickHelpInputModel::QuickHelpInputModel(const QString& name, QObject* parent)
     : QAbstractListModel(parent)
     , m_name(name)
 { }
+
+QModelIndex QuickHelpInputModel::index(int row, int column, const QModelIndex& parent) const
+{
+    const bool exists = row >= 0 && static_cast<Entries::size_type>(row) < m_entries.size() && column == 0
+        && !parent.isValid();
+    return exists ? createIndex(row, column) : QModelIndex();
+}
 
 int QuickHelpInputModel::rowCount(const QModelIndex&) const
 {
@@ -16,24 +38,24 @@ int QuickHelpInputModel::rowCount(const QModelIndex&) const
 
 QVariant QuickHelpInputModel::data(const QModelIndex& index, int role) const
 {
-    if (index.row() < 0 || index.row() > rowCount()) {
+    // A row equal to the count is in range for callers, as it always was; there is nothing to show for it.
+    const int row = index.row();
+    if (row < 0 || static_cast<Entries::size_type>(row) >= m_entries.size()) {
         return {};
     }
-    // A row equal to the count passes the test above, as it always did; there is nothing to show for it.
-    const auto iter = m_entries.nth(static_cast<Entries::size_type>(index.row()));
-    if (iter == m_entries.end() || !iter->second) {
+    const AbstractQuickHelpInputEntry& entry = *m_entries[static_cast<Entries::size_type>(row)];
+    if (!m_going.empty() && is_going(&entry)) {
         return {};
     }
-    const AbstractQuickHelpInputEntry& entry = *iter->second;
     switch (role) {
     case Description:
         return entry.description();
     case Visible:
         return entry.visible();
     case DocId:
-        return QVariant::fromValue<qulonglong>(entry.documentId().getId());
+        return static_cast<qulonglong>(entry.documentId().getId());
     default:
-        return entry.input();
+        return variant_of(entry.input());
     }
 }
 
@@ -52,27 +74,58 @@ QHash<int, QByteArray> QuickHelpInputModel::roleNames() const
     return names;
 }
 
+/// The place of the id, or that of the next one.
+QuickHelpInputModel::Entries::const_iterator QuickHelpInputModel::lower_bound(QuickHelpEntryId id) const
+{
+    if (m_entries.empty() || m_entries.back()->id() < id) {
+        return m_entries.end(); // new entries have the highest ids
+    }
+    return std::lower_bound(m_entries.begin(), m_entries.end(), id,
+        [](const AbstractQuickHelpInputEntry* p_entry, QuickHelpEntryId sought) {
+            return p_entry->id() < sought;
+        });
+}
+
+QuickHelpInputModel::Entries::const_iterator QuickHelpInputModel::find(QuickHelpEntryId id) const
+{
+    const auto iter = lower_bound(id);
+    return iter != m_entries.end() && (*iter)->id() == id ? iter : m_entries.end();
+}
+
 int QuickHelpInputModel::row_of(Entries::const_iterator iter) const
 {
-    return static_cast<int>(m_entries.index_of(iter));
+    return static_cast<int>(iter - m_entries.begin());
+}
+
+bool QuickHelpInputModel::is_going(const AbstractQuickHelpInputEntry* p_entry) const
+{
+    return std::find(m_going.begin(), m_going.end(), p_entry) != m_going.end();
 }
 
 bool QuickHelpInputModel::addInput(const AbstractQuickHelpInputEntry* p_entry)
 {
-    if (!p_entry || m_entries.find(p_entry->id()) != m_entries.end()) {
+    if (!p_entry) {
         return false;
     }
-    const int row = row_of(m_entries.upper_bound(p_entry->id()));
+    const QuickHelpEntryId id = p_entry->id();
+    const auto place = lower_bound(id);
+    if (place != m_entries.end() && (*place)->id() == id) {
+        return false;
+    }
+    const int row = row_of(place);
     beginInsertRows(QModelIndex(), row, row);
-    m_entries.emplace(p_entry->id(), p_entry);
+    // Sought again: a view that was just told may have changed the list.
+    if (find(id) == m_entries.end()) {
+        m_entries.insert(lower_bound(id), p_entry);
+    }
     endInsertRows();
-    connect(p_entry, SIGNAL(entryChanged(QuickHelpEntryId)), this, SLOT(updateInput(QuickHelpEntryId)));
+    connect(p_entry, &AbstractQuickHelpEntry::entryChanged, this, &QuickHelpInputModel::updateInput);
     return true;
 }
 
 bool QuickHelpInputModel::updateInput(QuickHelpEntryId id)
 {
-    const auto iter = m_entries.find(id);
+    const auto iter = find(id);
     if (iter == m_entries.end()) {
         return false;
     }
@@ -83,38 +136,43 @@ bool QuickHelpInputModel::updateInput(QuickHelpEntryId id)
 
 bool QuickHelpInputModel::removeInput(QuickHelpEntryId id)
 {
-    const auto iter = m_entries.find(id);
-    if (iter == m_entries.end() || !iter->second) {
+    const auto iter = find(id);
+    if (iter == m_entries.end() || is_going(*iter)) {
         return false;
     }
-    disconnect(
-        iter->second, SIGNAL(entryChanged(QuickHelpEntryId)), this, SLOT(updateInput(QuickHelpEntryId)));
+    disconnect(*iter, &AbstractQuickHelpEntry::entryChanged, this, &QuickHelpInputModel::updateInput);
     return erase(iter);
 }
 
 bool QuickHelpInputModel::holds(const AbstractQuickHelpInputEntry* p_entry) const
 {
-    const auto iter = m_entries.find(p_entry->id());
-    return iter != m_entries.end() && iter->second == p_entry;
+    const auto iter = find(p_entry->id());
+    return iter != m_entries.end() && *iter == p_entry;
 }
 
 void QuickHelpInputModel::forgetInput(QuickHelpEntryId id)
 {
-    const auto iter = m_entries.find(id);
+    const auto iter = find(id);
     if (iter == m_entries.end()) {
         return;
     }
-    iter->second = nullptr;
+    const AbstractQuickHelpInputEntry* const p_entry = *iter;
+    m_going.push_back(p_entry);
     erase(iter);
+    m_going.erase(std::find(m_going.begin(), m_going.end(), p_entry));
 }
 
 bool QuickHelpInputModel::erase(Entries::const_iterator iter)
 {
-    const QuickHelpEntryId id = iter->first;
+    const QuickHelpEntryId id = (*iter)->id();
     const int row = row_of(iter);
     beginRemoveRows(QModelIndex(), row, row);
     // By the id: a view that was just told may have changed the list.
-    const bool erased = m_entries.erase(id) != 0;
+    const auto found = find(id);
+    const bool erased = found != m_entries.end();
+    if (erased) {
+        m_entries.erase(found);
+    }
     endRemoveRows();
     return erased;
 }

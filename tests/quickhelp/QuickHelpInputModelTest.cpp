@@ -210,6 +210,69 @@ TEST(QuickHelpInputModel, RowOfAnEntryThatIsGoingIsNotRemovedTwice)
     EXPECT_EQ(model().rowCount(), 0);
 }
 
+TEST(QuickHelpInputModel, RowsAreEmptyOnlyWhileTheirEntriesGo)
+{
+    /// Leaves the clearing up to the base class, which can no longer ask it for its texts.
+    class Gesture : public AbstractQuickHelpInputEntry
+    {
+    public:
+        Gesture()
+            : AbstractQuickHelpInputEntry(nullptr, doc(7), "text", QuickHelpSection::View)
+        { }
+        QString input() const override { return "Pinch"; }
+    };
+    auto first = std::make_unique<Gesture>();
+    auto second = std::make_unique<Gesture>();
+    const Gesture third;
+    add(first.get());
+    add(second.get());
+    add(&third);
+    std::vector<Lines> seen;
+    QObject context;
+    QObject::connect(&model(), &QAbstractItemModel::rowsAboutToBeRemoved, &context, [&] {
+        second.reset(); // the second goes while the first does
+        seen.push_back(texts(model(), Command));
+    });
+    first.reset();
+    EXPECT_EQ(seen, (std::vector<Lines>{{"", "", "Pinch"}, {"", "Pinch"}}));
+    EXPECT_EQ(texts(model(), Command), Lines{"Pinch"});
+}
+
+TEST(QuickHelpInputModel, EntryThatAViewAttachesMeanwhileIsInTheListOnce)
+{
+    const auto entries = ten_entries();
+    add(entries[5].get());
+    bool told = false;
+    QObject context;
+    QObject::connect(&model(), &QAbstractItemModel::rowsAboutToBeInserted, &context, [&] {
+        if (!told) {
+            told = true;
+            EXPECT_TRUE(add(entries[2].get()));
+            EXPECT_TRUE(add(entries[7].get()));
+        }
+    });
+    EXPECT_TRUE(add(entries[7].get()));
+    EXPECT_EQ(texts(model()), (Lines{"2", "5", "7"}));
+}
+
+TEST(QuickHelpInputModel, HasIndexesOfItsRowsInOneColumnOnly)
+{
+    const auto entries = ten_entries();
+    add(entries[5].get());
+    add(entries[2].get());
+    const QModelIndex second = model().index(1, 0);
+    ASSERT_TRUE(second.isValid());
+    EXPECT_EQ(second.row(), 1);
+    EXPECT_EQ(second.column(), 0);
+    EXPECT_EQ(second.model(), &model());
+    EXPECT_EQ(second.internalId(), 0u);
+    EXPECT_TRUE(model().hasIndex(1, 0));
+    for (const auto& place : {std::pair<int, int>{-1, 0}, {2, 0}, {0, -1}, {0, 1}}) {
+        EXPECT_FALSE(model().index(place.first, place.second).isValid()) << place.first << place.second;
+    }
+    EXPECT_FALSE(model().index(0, 0, second).isValid());
+}
+
 TEST(QuickHelpInputModel, AnswersTheFourRoles)
 {
     const unsigned long long big = (1ull << 63) + 5;
