@@ -2,6 +2,16 @@
 include(GenerateExportHeader)
 include(CMakePackageConfigHelpers)
 
+# Calls inside a library need no detour by the table of what others may replace; Qt's libraries are built so, too. Not in
+# debug builds, whose tests do replace, nor under sanitizers.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -Wl,-Bsymbolic-functions HK_LINKER_BINDS_FUNCTIONS)
+if(HK_LINKER_BINDS_FUNCTIONS AND NOT HK_SANITIZE)
+    set(HK_BINDS_OWN_FUNCTIONS TRUE)
+else()
+    set(HK_BINDS_OWN_FUNCTIONS FALSE)
+endif()
+
 set(HK_PACKAGE tq_hk)
 set(HK_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/${HK_PACKAGE}")
 
@@ -14,6 +24,9 @@ function(hk_add_library target)
     hk_enable_warnings(${target})
     hk_enable_sanitizers(${target})
     target_compile_features(${target} PUBLIC cxx_std_17)
+    if(HK_BINDS_OWN_FUNCTIONS)
+        target_link_options(${target} PRIVATE $<$<NOT:$<CONFIG:Debug>>:-Wl,-Bsymbolic-functions>)
+    endif()
 
     set(generated "${CMAKE_CURRENT_BINARY_DIR}/generated")
     generate_export_header(${target} EXPORT_FILE_NAME "${generated}/${ARG_EXPORT_DIR}/${target}_export.h")
