@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <set>
 
@@ -175,6 +176,26 @@ TEST(HillShade, NorthIsAtTheTopHoweverTheFileIsStored)
         = raster_of(21, 21, [&upright](int column, int row) { return upright.cell(20 - column, 20 - row); });
     turned.geotransform = {630, -30, 0, 0, 0, 30};
     EXPECT_EQ(picture_of(turned), picture_of(upright));
+}
+
+TEST(HillShade, LightThatIsMadeInPartsHasNoSeams)
+{
+    // So many columns that a part has few rows, and the same with one part for all.
+    const auto hill = [](int column, int row) { return std::sin(column / 9.0) * std::cos(row / 2.0); };
+    Raster wide = raster_of(20001, 23, hill);
+    wide.cells[wide.index(77, 9)] = terrain::no_data;
+    const terrain::Shading shading{-1, 1, 0.4};
+    const auto light = light_on(wide, shading, QSizeF(1, 1));
+    for (const int first : {0, 70, 19990}) {
+        Raster part = raster_of(11, 23, [&](int column, int row) { return wide.cell(first + column, row); });
+        const auto expected = light_on(part, shading, QSizeF(1, 1));
+        for (int row = 0; row < part.rows; ++row) {
+            for (int column = 1; column < part.columns - 1; ++column) {
+                ASSERT_EQ(light[wide.index(first + column, row)], expected[part.index(column, row)])
+                    << first + column << ", " << row;
+            }
+        }
+    }
 }
 
 TEST(Footprint, CellsWithoutAPlaceAreSquare)

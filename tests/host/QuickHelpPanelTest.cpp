@@ -14,6 +14,7 @@
 #include <tarqa/housekeeping/QuickHelpTitleEntry.h>
 
 #include <QtCore/QRegularExpression>
+#include <QtQml/QQmlEngine>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAction>
 
@@ -182,6 +183,33 @@ TEST_F(QuickHelpTableTest, ThePanelDrawsARowForEachBinding)
     EXPECT_EQ(panel.rows_drawn(), TerrainQuickHelp::rows(true));
     panel.sheet().show_document(housekeeping::DocumentId::null());
     EXPECT_EQ(panel.rows_drawn(), TerrainQuickHelp::rows(false));
+}
+
+TEST_F(QuickHelpTableTest, ThePanelIsCompleteWhenItIsSeenFirst)
+{
+    QWidget window;
+    auto* const p_panel = new QuickHelpPanel(&window);
+    p_panel->sheet().show_document(document.id());
+    p_panel->resize(320, 600);
+    p_panel->hide();
+    window.resize(320, 600);
+    window.show();
+    ASSERT_FALSE(p_panel->isVisible());
+    p_panel->show();
+    EXPECT_TRUE(terrain::is_varied(p_panel->grab().toImage())) << "no event has been handled";
+}
+
+TEST_F(QuickHelpTableTest, ThePanelHasAnEngineOfQmlWhenItIsShownAndKeepsIt)
+{
+    QuickHelpPanel panel;
+    panel.sheet().show_document(document.id());
+    EXPECT_EQ(panel.findChildren<QQmlEngine*>().size(), 0);
+    panel.show();
+    const QList<QQmlEngine*> engines = panel.findChildren<QQmlEngine*>();
+    EXPECT_EQ(engines.size(), 1);
+    panel.hide();
+    panel.show();
+    EXPECT_EQ(panel.findChildren<QQmlEngine*>(), engines);
 }
 
 TEST_F(QuickHelpTableTest, ThePanelFollowsEntriesThatComeAndGo)

@@ -52,9 +52,52 @@ private:
     std::size_t m_passed = 0; // cells in the runs before
 };
 
+/// Finds the runs of changed cells, if cells are looked through in their order.
+class CellPatch::RunFinder
+{
+public:
+    /// @param first the number of the first cell @param take gets each run as soon as its end is known
+    template <class Take>
+    void look_through(const std::vector<double>& before, std::size_t first, const double* p_after,
+        std::size_t length, Take take)
+    {
+        // A gap that takes less room than the head of another run is kept along with the cells that changed.
+        const std::size_t max_gap = sizeof(Run) / sizeof(double);
+        for (std::size_t i = first; i < first + length; ++i) {
+            if (same_bits(before[i], p_after[i - first])) {
+                continue;
+            }
+            ++m_changed;
+            if (m_run.length > 0 && i - (m_run.first + m_run.length) <= max_gap) {
+                m_run.length = i - m_run.first + 1;
+            } else {
+                end(take);
+                m_run = {i, 1};
+            }
+        }
+    }
+
+    /// Nothing is looked through any more.
+    template <class Take>
+    void end(Take take)
+    {
+        if (m_run.length > 0) {
+            take(m_run);
+        }
+    }
+
+    std::size_t changed() const { return m_changed; }
+
+private:
+    Run m_run = {0, 0};
+    std::size_t m_changed = 0;
+};
+
 CellPatch::CellPatch(const std::vector<double>& before, const std::vector<double>& after)
 {
-    find_runs(before, 0, after.data(), after.size());
+    find_runs([&](RunFinder& finder, const auto& take) {
+        finder.look_through(before, 0, after.data(), after.size(), take);
+    });
     keep(before);
 }
 
@@ -62,19 +105,40 @@ CellPatch::CellPatch(
     const std::vector<double>& before, int columns, const QRect& area, const std::vector<double>& after)
 {
     const auto width = static_cast<std::size_t>(area.width());
-    for (int row = 0; row < area.height(); ++row) {
-        const std::size_t first
-            = static_cast<std::size_t>(area.top() + row) * static_cast<std::size_t>(columns)
-            + static_cast<std::size_t>(area.left());
-        find_runs(before, first, after.data() + static_cast<std::size_t>(row) * width, width);
-    }
+    find_runs([&](RunFinder& finder, const auto& take) {
+        for (int row = 0; row < area.height(); ++row) {
+            const std::size_t first
+                = static_cast<std::size_t>(area.top() + row) * static_cast<std::size_t>(columns)
+                + static_cast<std::size_t>(area.left());
+            finder.look_through(
+                before, first, after.data() + static_cast<std::size_t>(row) * width, width, take);
+        }
+    });
     keep(before);
+}
+
+/// Looks through the cells twice, first to know how much memory to take: a list of runs that grows would need
+/// more than twice as much for a while. @param look_through takes a finder through all cells
+template <class LookThrough>
+void CellPatch::find_runs(LookThrough look_through)
+{
+    std::size_t runs = 0;
+    const auto count = [&runs](const Run&) { ++runs; };
+    RunFinder counter;
+    look_through(counter, count);
+    counter.end(count);
+    m_changed = counter.changed();
+
+    m_runs.reserve(runs);
+    const auto take = [this](const Run& run) { m_runs.push_back(run); };
+    RunFinder finder;
+    look_through(finder, take);
+    finder.end(take);
 }
 
 /// Keeps what the cells of all runs held.
 void CellPatch::keep(const std::vector<double>& before)
 {
-    m_runs.shrink_to_fit();
     std::size_t length = 0;
     bool as_floats = true;
     for (const Run& run : m_runs) {
@@ -162,26 +226,6 @@ void CellPatch::add_run(const Run& run)
         last.length = std::max(last.first + last.length, run.first + run.length) - last.first;
     } else {
         m_runs.push_back(run);
-    }
-}
-
-/// Looks through cells that lie behind those that were looked through before. @param first the number of the
-/// first one
-void CellPatch::find_runs(
-    const std::vector<double>& before, std::size_t first, const double* p_after, std::size_t length)
-{
-    // A gap that takes less room than the head of another run is kept along with the cells that changed.
-    const std::size_t max_gap = sizeof(Run) / sizeof(double);
-    for (std::size_t i = first; i < first + length; ++i) {
-        if (same_bits(before[i], p_after[i - first])) {
-            continue;
-        }
-        ++m_changed;
-        if (!m_runs.empty() && i - (m_runs.back().first + m_runs.back().length) <= max_gap) {
-            m_runs.back().length = i - m_runs.back().first + 1;
-        } else {
-            m_runs.push_back({i, 1});
-        }
     }
 }
 

@@ -47,9 +47,10 @@ private:
     };
 
     class Reader;
+    class RunFinder;
 
-    void find_runs(
-        const std::vector<double>& before, std::size_t first, const double* p_after, std::size_t length);
+    template <class LookThrough>
+    void find_runs(LookThrough look_through);
     void keep(const std::vector<double>& before);
     void add_run(const Run& run);
 

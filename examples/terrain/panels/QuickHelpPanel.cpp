@@ -4,6 +4,8 @@
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtGui/QResizeEvent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlError>
 #include <QtQuick/QQuickItem>
@@ -30,15 +32,10 @@ QuickHelpPanel::QuickHelpPanel(QWidget* p_parent)
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
     m_p_scene = new QQuickWidget(this);
     m_p_scene->setResizeMode(QQuickWidget::SizeRootObjectToView);
-    m_p_scene->rootContext()->setContextProperty("sheet", m_p_sheet);
-    m_p_scene->setSource(QUrl(s_scene));
     auto* const p_layout = new QVBoxLayout(this);
     p_layout->setContentsMargins(0, 0, 0, 0);
     p_layout->addWidget(m_p_scene);
     setMinimumWidth(220);
-    if (!m_p_scene->rootObject()) {
-        say_what_is_wrong();
-    }
 }
 
 QuickHelpPanel::~QuickHelpPanel()
@@ -46,8 +43,9 @@ QuickHelpPanel::~QuickHelpPanel()
     delete m_p_scene; // before the sheet that it reads
 }
 
-int QuickHelpPanel::rows_drawn() const
+int QuickHelpPanel::rows_drawn()
 {
+    load();
     QVariant rows;
     if (QQuickItem* const p_root = m_p_scene->rootObject()) {
         QMetaObject::invokeMethod(p_root, "countRows", Q_RETURN_ARG(QVariant, rows));
@@ -58,6 +56,29 @@ int QuickHelpPanel::rows_drawn() const
 QSize QuickHelpPanel::sizeHint() const
 {
     return {320, 560};
+}
+
+void QuickHelpPanel::showEvent(QShowEvent* p_event)
+{
+    load();
+    QWidget::showEvent(p_event);
+    // The scene draws with its next frame, but at once when it gets a size. Empty, the panel would be seen to
+    // be filled.
+    QResizeEvent size(m_p_scene->size(), m_p_scene->size());
+    QCoreApplication::sendEvent(m_p_scene, &size);
+}
+
+/// Makes the engine of QML, which would hold up the start of a program whose user may never look here.
+void QuickHelpPanel::load()
+{
+    if (!m_p_scene->source().isEmpty()) {
+        return;
+    }
+    m_p_scene->rootContext()->setContextProperty("sheet", m_p_sheet);
+    m_p_scene->setSource(QUrl(s_scene));
+    if (!m_p_scene->rootObject()) {
+        say_what_is_wrong();
+    }
 }
 
 void QuickHelpPanel::say_what_is_wrong()

@@ -1,5 +1,6 @@
 #include "views/HeightSampler.h"
 
+#include "parallel/Workers.h"
 #include "views/Footprint.h"
 
 #include <QtCore/QRect>
@@ -21,12 +22,17 @@ Raster HeightSampler::heights(const QRect& pixels) const
     Raster heights;
     heights.columns = pixels.width();
     heights.rows = pixels.height();
-    heights.cells.reserve(heights.index(0, heights.rows));
-    for (int row = pixels.top(); row <= pixels.bottom(); ++row) {
-        for (int column = pixels.left(); column <= pixels.right(); ++column) {
-            heights.cells.push_back(m_sampling == Sampling::Mean ? mean(column, row) : nearest(column, row));
+    heights.cells.resize(heights.index(0, heights.rows));
+    const int cells_of_row = std::min(heights.columns * m_step, m_raster.columns) * m_step;
+    Workers workers;
+    workers.run_rows(heights.rows, rows_worth_a_thread(cells_of_row), [&](int first, int end) {
+        double* p_height = heights.cells.data() + heights.index(0, first);
+        for (int row = pixels.top() + first; row < pixels.top() + end; ++row) {
+            for (int column = pixels.left(); column <= pixels.right(); ++column) {
+                *p_height++ = m_sampling == Sampling::Mean ? mean(column, row) : nearest(column, row);
+            }
         }
-    }
+    });
     return heights;
 }
 

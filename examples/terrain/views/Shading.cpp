@@ -3,11 +3,13 @@
 #include "ErrorCode.h"
 #include "documents/Raster.h"
 #include "io/GdalMessages.h"
+#include "parallel/Workers.h"
 #include "views/ElevationColours.h"
 
 #include <tarqa/housekeeping/HousekeepingException.h>
 
 #include <QtCore/QObject>
+#include <QtCore/QRect>
 
 #include <gdal_priv.h>
 #include <gdal_utils.h>
@@ -29,22 +31,26 @@ const double s_darkest_part = 0.25; ///< of a colour that is left in full shade
 const double s_glare = 0.45; ///< of white that is added in full light
 const QRgb s_grey = qRgb(206, 206, 206); ///< of a map without colours
 
+const int s_rows_of_shading = 8; ///< for one of other work: GDAL needs its time to begin a part
+
 const float s_no_height = std::numeric_limits<float>::quiet_NaN();
 
-/// Heights as fractions of their range.
+/// The heights of some rows as fractions of their range.
 struct Grid
 {
-    Grid(const Raster& raster, const Shading& shading)
+    Grid(const Raster& raster, const Shading& shading, int first_row, int end_row)
         : columns(raster.columns)
-        , rows(raster.rows)
+        , rows(end_row - first_row)
     {
+        const std::size_t first = raster.index(0, first_row);
+        heights.resize(raster.index(0, end_row) - first);
         // The halves keep huge numbers from overflowing.
         const double range = shading.highest / 2 - shading.lowest / 2;
-        heights.reserve(raster.cells.size());
-        for (const double cell : raster.cells) {
-            const double fraction = range > 0 ? (cell / 2 - shading.lowest / 2) / range : 0.5;
-            heights.push_back(
-                is_no_data(cell) ? s_no_height : static_cast<float>(std::clamp(fraction, 0.0, 1.0)));
+        const double half_lowest = shading.lowest / 2;
+        for (std::size_t i = 0; i < heights.size(); ++i) {
+            const double cell = raster.cells[first + i];
+            const double fraction = range > 0 ? (cell / 2 - half_lowest) / range : 0.5;
+            heights[i] = is_no_data(cell) ? s_no_height : static_cast<float>(std::clamp(fraction, 0.0, 1.0));
         }
     }
 
@@ -133,11 +139,50 @@ private:
     std::vector<QRgb> m_colours;
 };
 
+/// The light on a part of a grid. @param p_light gets it, row by row
+void shade(
+    const Grid& grid, const Shading& shading, const QSizeF& pixel, const QRect& part, unsigned char* p_light)
+{
+    const GdalMessages messages;
+    GDALDriver* const p_memory = GetGDALDriverManager()->GetDriverByName("MEM");
+    const GDALDatasetUniquePtr source(
+        p_memory ? p_memory->Create("", grid.columns, grid.rows, 1, GDT_Float32, nullptr) : nullptr);
+    if (!source) {
+        fail(messages);
+    }
+    std::array<double, 6> geotransform = {0, pixel.width(), 0, 0, 0, -pixel.height()};
+    source->SetGeoTransform(geotransform.data());
+    GDALRasterBand& band = *source->GetRasterBand(1);
+    band.SetNoDataValue(no_data);
+    const std::string factor = QByteArray::number(shading.exaggeration, 'g', 17).toStdString();
+    CPLStringList words;
+    for (const char* word :
+        {"-of", "MEM", "-compute_edges", "-az", "315", "-alt", "45", "-z", factor.c_str()}) {
+        words.AddString(word);
+    }
+    const std::unique_ptr<GDALDEMProcessingOptions, decltype(&GDALDEMProcessingOptionsFree)> options(
+        GDALDEMProcessingOptionsNew(words.List(), nullptr), &GDALDEMProcessingOptionsFree);
+    auto* const p_heights = const_cast<float*>(grid.heights.data()); // which GDAL only reads
+    const bool written = band.RasterIO(GF_Write, 0, 0, grid.columns, grid.rows, p_heights, grid.columns,
+                             grid.rows, GDT_Float32, 0, 0, nullptr)
+        == CE_None;
+    const GDALDatasetUniquePtr shaded(written && options
+            ? GDALDataset::FromHandle(GDALDEMProcessing(
+                "", GDALDataset::ToHandle(source.get()), "hillshade", nullptr, options.get(), nullptr))
+            : nullptr);
+    if (!shaded
+        || shaded->GetRasterBand(1)->RasterIO(GF_Read, part.left(), part.top(), part.width(), part.height(),
+               p_light, part.width(), part.height(), GDT_Byte, 0, 0, nullptr)
+            != CE_None) {
+        fail(messages);
+    }
+}
+
 } // namespace
 
 double exaggeration(const Raster& heights, const Shading& shading, const QSizeF& pixel)
 {
-    const Grid grid = at_least_two_by_two(Grid(heights, shading));
+    const Grid grid = at_least_two_by_two(Grid(heights, shading, 0, heights.rows));
     std::vector<float> slopes;
     slopes.reserve(grid.heights.size());
     for (int row = 0; row + 1 < grid.rows; ++row) {
@@ -161,41 +206,17 @@ double exaggeration(const Raster& heights, const Shading& shading, const QSizeF&
 
 std::vector<unsigned char> light_on(const Raster& heights, const Shading& shading, const QSizeF& pixel)
 {
-    Grid grid = at_least_two_by_two(Grid(heights, shading));
-    const GdalMessages messages;
-    GDALDriver* const p_memory = GetGDALDriverManager()->GetDriverByName("MEM");
-    const GDALDatasetUniquePtr source(
-        p_memory ? p_memory->Create("", grid.columns, grid.rows, 1, GDT_Float32, nullptr) : nullptr);
-    if (!source) {
-        fail(messages);
-    }
-    std::array<double, 6> geotransform = {0, pixel.width(), 0, 0, 0, -pixel.height()};
-    source->SetGeoTransform(geotransform.data());
-    GDALRasterBand& band = *source->GetRasterBand(1);
-    band.SetNoDataValue(no_data);
-    const std::string factor = QByteArray::number(shading.exaggeration, 'g', 17).toStdString();
-    CPLStringList words;
-    for (const char* word :
-        {"-of", "MEM", "-compute_edges", "-az", "315", "-alt", "45", "-z", factor.c_str()}) {
-        words.AddString(word);
-    }
-    const std::unique_ptr<GDALDEMProcessingOptions, decltype(&GDALDEMProcessingOptionsFree)> options(
-        GDALDEMProcessingOptionsNew(words.List(), nullptr), &GDALDEMProcessingOptionsFree);
-    const bool written = band.RasterIO(GF_Write, 0, 0, grid.columns, grid.rows, grid.heights.data(),
-                             grid.columns, grid.rows, GDT_Float32, 0, 0, nullptr)
-        == CE_None;
-    const GDALDatasetUniquePtr shaded(written && options
-            ? GDALDataset::FromHandle(GDALDEMProcessing(
-                "", GDALDataset::ToHandle(source.get()), "hillshade", nullptr, options.get(), nullptr))
-            : nullptr);
-    // Only the part that is asked for, whatever was added.
     std::vector<unsigned char> light(heights.cells.size());
-    if (!shaded
-        || shaded->GetRasterBand(1)->RasterIO(GF_Read, 0, 0, heights.columns, heights.rows, light.data(),
-               heights.columns, heights.rows, GDT_Byte, 0, 0, nullptr)
-            != CE_None) {
-        fail(messages);
-    }
+    Workers workers;
+    const int rows_of_part = rows_worth_a_thread(heights.columns) * s_rows_of_shading;
+    workers.run_rows(heights.rows, rows_of_part, [&](int first, int end) {
+        // The light on a pixel depends on its neighbours.
+        const int above = std::min(first, 1);
+        const int below = std::min(heights.rows - end, 1);
+        const Grid grid = at_least_two_by_two(Grid(heights, shading, first - above, end + below));
+        shade(grid, shading, pixel, QRect(0, above, heights.columns, end - first),
+            light.data() + heights.index(0, first));
+    });
     return light;
 }
 
@@ -203,18 +224,19 @@ QImage painted(
     const Raster& heights, const Shading& shading, const std::vector<unsigned char>& light, bool colours)
 {
     const Palette& palette = Palette::of(colours);
-    const Grid grid(heights, shading);
-    QImage picture(grid.columns, grid.rows, QImage::Format_ARGB32_Premultiplied);
-    std::size_t index = 0;
-    for (int row = 0; row < grid.rows; ++row) {
-        auto* const p_pixels = reinterpret_cast<QRgb*>(picture.scanLine(row));
-        for (int column = 0; column < grid.columns; ++column, ++index) {
-            const float height = grid.heights[index];
-            p_pixels[column] = std::isnan(height)
+    QImage picture(heights.columns, heights.rows, QImage::Format_ARGB32_Premultiplied);
+    auto* const p_pixels = reinterpret_cast<QRgb*>(picture.bits()); // lines of 32-bit pixels have no gaps
+    Workers workers;
+    workers.run_rows(heights.rows, rows_worth_a_thread(heights.columns), [&](int first, int end) {
+        const Grid grid(heights, shading, first, end);
+        std::size_t pixel = heights.index(0, first);
+        for (const float height : grid.heights) {
+            p_pixels[pixel] = std::isnan(height)
                 ? qRgba(0, 0, 0, 0)
-                : palette.colour(height, light.empty() ? s_light_of_the_plain : light[index]);
+                : palette.colour(height, light.empty() ? s_light_of_the_plain : light[pixel]);
+            ++pixel;
         }
-    }
+    });
     return picture;
 }
 

@@ -24,7 +24,7 @@ struct Shading
 double exaggeration(const Raster& heights, const Shading& shading, const QSizeF& pixel);
 
 /// The light on each pixel from the north-west, from 1 to 255. Not for an empty raster. @param pixel as in
-/// exaggeration()
+/// exaggeration(). On all cores, in parts that overlap by what a pixel depends on.
 /// @throws housekeeping::HousekeepingException if GDAL cannot shade
 std::vector<unsigned char> light_on(const Raster& heights, const Shading& shading, const QSizeF& pixel);
 
