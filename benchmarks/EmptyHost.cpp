@@ -4,6 +4,9 @@
 #include <tarqa/housekeeping/CommandManager.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
+#include <QtWidgets/QUndoCommand>
+#include <QtWidgets/QUndoStack>
+
 #include <boost/make_shared.hpp>
 
 #include <map>
@@ -68,6 +71,14 @@ housekeeping::AbstractDocument& document_with(unsigned long long count)
         }
     }
     return *p_document;
+}
+
+void fill(QUndoStack& stack, int count)
+{
+    stack.setUndoLimit(count);
+    while (stack.count() < count) {
+        stack.push(new QUndoCommand(QStringLiteral("No operation")));
+    }
 }
 
 } // namespace empty_host

@@ -4,21 +4,31 @@
 #include "RawLog.h"
 
 #include <tarqa/housekeeping/ErrorProtocol.h>
+#include <tarqa/housekeeping/ErrorProtocolOutput.h>
 
 #include <fstream>
+#include <mutex>
+#include <stdexcept>
 
 namespace {
+
+using tarqa::housekeeping::ErrorProtocol;
+using tarqa::housekeeping::ErrorProtocolOutput;
+
+const int s_threads = 8;
 
 const std::string s_text = "grid 12 has no cells above the water table";
 
 void log_entry(benchmark::State& state)
 {
-    tarqa::housekeeping::ErrorProtocol& log = tarqa::housekeeping::ErrorProtocol::instance();
+    ErrorProtocol& log = ErrorProtocol::instance();
     for (auto _ : state) {
         log.log_message(s_text);
     }
 }
 BENCHMARK(log_entry);
+// The time of a round is that of one entry, however many threads there are.
+BENCHMARK(log_entry)->Threads(s_threads)->UseRealTime();
 
 void raw_append(benchmark::State& state)
 {
@@ -28,6 +38,19 @@ void raw_append(benchmark::State& state)
     }
 }
 BENCHMARK(raw_append);
+
+/// As in the error log, each thread puts its entry together before it asks for the mutex.
+void raw_append_locked(benchmark::State& state)
+{
+    static const RawLog s_log;
+    static std::mutex s_mutex;
+    for (auto _ : state) {
+        const std::string entry = s_text + '\n';
+        const std::lock_guard<std::mutex> lock(s_mutex);
+        s_log.append(entry);
+    }
+}
+BENCHMARK(raw_append_locked)->Threads(s_threads)->UseRealTime();
 
 void stream_append(benchmark::State& state)
 {
@@ -40,7 +63,41 @@ void stream_append(benchmark::State& state)
 }
 BENCHMARK(stream_append);
 
-const Ratio s_beside_raw("log entry / one open-append-close", "log_entry", "raw_append");
-const Ratio s_beside_stream("log entry / the same with a std::ofstream", "log_entry", "stream_append");
+// The other forms of an entry.
+
+void log_assertion(benchmark::State& state)
+{
+    ErrorProtocol& log = ErrorProtocol::instance();
+    for (auto _ : state) {
+        log.log_assert("p_grid", "void Grid::add(Cell)", "src/Grid", 12);
+    }
+}
+BENCHMARK(log_assertion);
+
+void log_caught_exception(benchmark::State& state)
+{
+    ErrorProtocol& log = ErrorProtocol::instance();
+    const std::runtime_error exception(s_text);
+    for (auto _ : state) {
+        log.log_exception(exception);
+    }
+}
+BENCHMARK(log_caught_exception);
+
+void log_streamed(benchmark::State& state)
+{
+    for (auto _ : state) {
+        ErrorProtocolOutput() << "grid " << 12 << " has no cells above the water table";
+    }
+}
+BENCHMARK(log_streamed);
+
+const Ratio s_beside_raw("log entry / one open-append-close", "log_entry", "raw_append", 1.05);
+const Ratio s_of_threads("log entry, eight threads / the same under one std::mutex", "log_entry/threads:8",
+    "raw_append_locked/threads:8", 1.05);
+const Ratio s_beside_stream("log entry / the same with a std::ofstream", "log_entry", "stream_append", 0.85);
+const Ratio s_assertion("failed check / one open-append-close", "log_assertion", "raw_append");
+const Ratio s_exception("caught exception / one open-append-close", "log_caught_exception", "raw_append");
+const Ratio s_streamed("streamed entry / the same with a std::ofstream", "log_streamed", "stream_append");
 
 } // namespace

@@ -148,7 +148,7 @@ const Ratio s_whole(
 const Ratio s_half("moving it at half a pixel for a cell / the same", "move_map/50", "move_picture/50");
 const Ratio s_full("moving it at a pixel for a cell / the same", "move_map/100", "move_picture/100");
 const Ratio s_close("moving it at four pixels for a cell / the same", "move_map/400", "move_picture/400");
-const Ratio s_redraw("redrawing after a stroke of the brush / redrawing the map", "redraw_what_changed",
-    "redraw_everything/iterations:5");
+const Ratio s_redraw(
+    "redrawing after a stroke of the brush / redrawing the map", "redraw_what_changed", "redraw_everything");
 
 } // namespace

@@ -2,8 +2,10 @@
 
 #include "support/PrivateHome.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -12,8 +14,10 @@ namespace {
 
 std::string next_file()
 {
-    static int s_count = 0;
-    return support::PrivateHome::scratch_directory() + "/raw_" + std::to_string(++s_count) + ".log";
+    static std::atomic<int> s_count{0};
+    const std::string directory = support::PrivateHome::log_directory();
+    std::filesystem::create_directories(directory);
+    return directory + "/raw_" + std::to_string(++s_count) + ".log";
 }
 
 } // namespace

@@ -7,7 +7,7 @@
 class RawLog
 {
 public:
-    /// A file of its own in the benchmarks' private home.
+    /// A file of its own in the error log's directory, so that the way to both is as long.
     RawLog();
 
     const std::string& file() const { return m_file; }
