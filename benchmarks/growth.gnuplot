@@ -8,4 +8,4 @@ set logscale xy
 set format x "10^{%L}"
 set format y "%.0s %cs"
 set grid
-set key top left noenhanced
+set key below noenhanced
