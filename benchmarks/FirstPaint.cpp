@@ -30,8 +30,11 @@ public:
 
     bool eventFilter(QObject* p_object, QEvent* p_event) override
     {
+        if (m_p_window || p_event->type() != QEvent::Paint) {
+            return false; // not even a look at the object, which may be half made or half gone
+        }
         auto* const p_widget = qobject_cast<QWidget*>(p_object);
-        if (!m_p_window && p_event->type() == QEvent::Paint && p_widget && p_widget->isWindow()) {
+        if (p_widget && p_widget->isWindow()) {
             m_p_window = p_widget;
             // What the window holds is painted, and all brought to the screen, before the next event comes.
             QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
