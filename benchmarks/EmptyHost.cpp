@@ -81,4 +81,18 @@ void fill(QUndoStack& stack, int count)
     }
 }
 
+void insert_and_forget(benchmark::State& state)
+{
+    const auto count = static_cast<unsigned long long>(state.range(0));
+    housekeeping::AbstractDocument& document = document_with(count);
+    housekeeping::CommandManager& manager = housekeeping::CommandManager::instance();
+    for (auto _ : state) {
+        manager.insert(boost::make_shared<NoOp>(document.id()), false);
+        document.document_history().removeLastUndo(); // or there would soon be more behind it
+    }
+    if (document.document_history().undoSize() != count) {
+        state.SkipWithError("the history did not keep its size");
+    }
+}
+
 } // namespace empty_host

@@ -12,7 +12,6 @@
 #include <QtWidgets/QUndoCommand>
 #include <QtWidgets/QUndoStack>
 
-#include <boost/make_shared.hpp>
 #include <boost/signals2/signal.hpp>
 
 #include <chrono>
@@ -23,7 +22,7 @@ namespace {
 
 using empty_host::document_with;
 using empty_host::fill;
-using empty_host::NoOp;
+using empty_host::insert_and_forget;
 
 constexpr int s_steps = 10; // in one measured iteration of undo or redo
 constexpr unsigned long long s_busy_and_idle
@@ -43,20 +42,6 @@ public:
 public slots:
     void handle_message(housekeeping::DocumentMessage& message) { s_received += message.doc_change_type(); }
 };
-
-void insert_and_forget(benchmark::State& state)
-{
-    const auto count = static_cast<unsigned long long>(state.range(0));
-    housekeeping::AbstractDocument& document = document_with(count);
-    housekeeping::CommandManager& manager = housekeeping::CommandManager::instance();
-    for (auto _ : state) {
-        manager.insert(boost::make_shared<NoOp>(document.id()), false);
-        document.document_history().removeLastUndo(); // or there would soon be more behind it
-    }
-    if (document.document_history().undoSize() != count) {
-        state.SkipWithError("the history did not keep its size");
-    }
-}
 
 void insert_bare(benchmark::State& state)
 {
