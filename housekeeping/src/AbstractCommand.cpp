@@ -14,8 +14,10 @@
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/housekeeping/FailedCommandException.h>
 
+#include <cstring>
 #include <exception>
 #include <mutex>
+#include <string_view>
 #include <utility>
 
 namespace tarqa::housekeeping {
@@ -33,15 +35,59 @@ const char* const s_undo = "UNDO>";
 std::mutex s_details_mutex;
 
 constexpr std::size_t s_usual_protocol = 120; // in bytes
-constexpr std::size_t s_usual_protocol_of_child = 60;
 
-void append_outcome(std::string& protocol, const std::string& description, bool succeeded)
+/// Takes the pieces of a protocol, and only adds up how long they are.
+class Length
+{
+public:
+    void put(std::string_view piece) { m_length += piece.size(); }
+    std::size_t length() const { return m_length; }
+
+private:
+    std::size_t m_length = 0;
+};
+
+/// Takes the same pieces, and writes them to where there is room for them.
+class Writer
+{
+public:
+    explicit Writer(char* p_room)
+        : m_p_room(p_room)
+    { }
+    void put(std::string_view piece)
+    {
+        std::memcpy(m_p_room, piece.data(), piece.size());
+        m_p_room += piece.size();
+    }
+
+private:
+    char* m_p_room; // not owned
+};
+
+template <class Sink>
+void put_outcome(Sink& sink, const std::string& description, bool succeeded)
 {
     if (!description.empty()) {
-        protocol += ": ";
-        protocol += description;
+        sink.put(": ");
+        sink.put(description);
     }
-    protocol += succeeded ? " - Succeeded.\n" : " - Failed.\n";
+    if (succeeded) {
+        sink.put(" - Succeeded.\n");
+    } else {
+        sink.put(" - Failed.\n");
+    }
+}
+
+template <class Sink>
+void put_children(Sink& sink, const CompositeCommand::Commands& children)
+{
+    for (const CompositeCommand::Commands::value_type& child : children) {
+        if (child.first) {
+            sink.put("\t* ");
+            sink.put(child.first->name());
+            put_outcome(sink, child.first->details().description(), child.second);
+        }
+    }
 }
 
 /// A run of a progress sink, closed on every way out.
@@ -190,22 +236,23 @@ std::string AbstractCommand::begin_protocol(const char* prefix) const
     return protocol;
 }
 
+/// Made long enough at once: a composite may have many children, each of them with a line of many pieces.
 void AbstractCommand::end_protocol(std::string& protocol, bool succeeded) const
 {
-    append_outcome(protocol, m_details.description(), succeeded);
     const auto* const p_composite
         = m_may_be_composite ? dynamic_cast<const CompositeCommand*>(this) : nullptr;
-    if (!p_composite) {
-        return;
-    }
-    protocol.reserve(protocol.size() + p_composite->commands().size() * s_usual_protocol_of_child);
-    for (const auto& child : p_composite->commands()) {
-        if (child.first) {
-            protocol += "\t* ";
-            protocol += child.first->name();
-            append_outcome(protocol, child.first->m_details.description(), child.second);
+    const auto put_rest = [&](auto& sink) {
+        put_outcome(sink, m_details.description(), succeeded);
+        if (p_composite) {
+            put_children(sink, p_composite->commands());
         }
-    }
+    };
+    Length rest;
+    put_rest(rest);
+    const std::size_t begin = protocol.size();
+    protocol.resize(begin + rest.length());
+    Writer writer(&protocol[begin]);
+    put_rest(writer);
 }
 
 void AbstractCommand::set_document_modified() const

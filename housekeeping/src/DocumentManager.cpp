@@ -1,6 +1,7 @@
 #include <tarqa/housekeeping/DocumentManager.h>
 
 #include "Assertion.h"
+#include "DocumentUse.h"
 #include "GuardedLocker.h"
 
 #include <tarqa/housekeeping/AbstractController.h>
@@ -34,10 +35,10 @@ const GuardedMutex s_registry{"the mutex of the document manager's registry",
 
 void send(const DocumentId& id, DocumentMessage::DocChangeType type)
 {
-    DocumentMessage* const p_message = DocumentMessage::instance();
-    p_message->id(id);
-    p_message->doc_change_type(type);
-    Message::dispatch(p_message);
+    DocumentMessage message;
+    message.id(id);
+    message.doc_change_type(type);
+    message.dispatch();
 }
 
 [[noreturn]] void throw_no_document(unsigned int line)
@@ -45,15 +46,19 @@ void send(const DocumentId& id, DocumentMessage::DocChangeType type)
     throw HousekeepingException(s_no_document, QObject::tr("Document does not exist"), s_source, line);
 }
 
-/// The document that a thread looked up last. It is the registered one as long as the registry does not
-/// change, and the next look-up is mostly for the same one.
-struct LookedUp
+/// What a thread knows of the documents.
+struct ThreadState
 {
-    unsigned long long registry_version = 0;
-    unsigned long long id = 0;
-    AbstractDocument* p_document = nullptr; // owned by the registry
+    /// The document that it looked up last. It is the registered one as long as the registry does not change,
+    /// and the next look-up is mostly for the same one.
+    AbstractDocument* p_looked_up = nullptr; // owned by the registry
+    unsigned long long looked_up_id = 0;
+    unsigned long long looked_up_version = 0; // of the registry
+    /// Whether it is the thread that creates the documents, which is also the only one that destroys them.
+    bool has_documents = false;
+    DocumentUse* p_last_use = nullptr;
 };
-thread_local LookedUp t_looked_up;
+thread_local ThreadState t_state;
 
 /// Takes an id out of a set on every way out of a scope.
 class Removal
@@ -92,6 +97,9 @@ DocumentManager::DocumentManager()
 DocumentManager::~DocumentManager()
 {
     ++s_registry_version;
+    for (Registry::value_type& entry : m_document_registry) {
+        DocumentUse::leave(t_state.p_last_use, entry.second);
+    }
 }
 
 pkBase::pkSingleton<DocumentManager>& DocumentManager::get_instance()
@@ -123,6 +131,7 @@ DocumentId DocumentManager::createId()
 
 AbstractDocument& DocumentManager::create_document()
 {
+    t_state.has_documents = true;
     const GuardedLocker lock(&m_registry_mutex, s_registry); // held to the end, the message included
     const boost::shared_ptr<AbstractDocument> sp_ad = AbstractDocumentFactory::create();
     if (!HK_ASSERT(!utilities::null_pointer(sp_ad), "!utilities::null_pointer( sp_ad )")) {
@@ -260,15 +269,15 @@ boost::shared_ptr<AbstractDocument> DocumentManager::find_or_throw(
 
 AbstractDocument& DocumentManager::look_up(const DocumentId& id, const char* caller) const
 {
-    LookedUp& last = t_looked_up;
+    ThreadState& state = t_state;
     // Read before the registry: what is found may be newer than the version, never older.
     const unsigned long long version = s_registry_version;
-    if (last.registry_version != version || last.id != id.getId()) {
-        last.p_document = find_or_throw(id, caller).get();
-        last.registry_version = version;
-        last.id = id.getId();
+    if (state.looked_up_version != version || state.looked_up_id != id.getId()) {
+        state.p_looked_up = find_or_throw(id, caller).get();
+        state.looked_up_version = version;
+        state.looked_up_id = id.getId();
     }
-    return *last.p_document;
+    return *state.p_looked_up;
 }
 
 AbstractDocument& DocumentManager::document_from_id(const DocumentId& id)
@@ -349,7 +358,7 @@ bool DocumentManager::destroy_document(
 }
 
 /// Takes the document out of the registry, after another one became current. It dies here, with no mutex
-/// held, unless somebody else holds it.
+/// held, unless somebody else holds or uses it.
 void DocumentManager::drop_document(const DocumentId& id, DocumentId next_current, const char* caller)
 {
     bool registered = false;
@@ -377,6 +386,7 @@ void DocumentManager::drop_document(const DocumentId& id, DocumentId next_curren
     if (m_current_document == sp_doomed.get()) {
         m_current_document = nullptr; // somebody made it current again meanwhile
     }
+    DocumentUse::leave(t_state.p_last_use, sp_doomed);
 }
 
 /// Makes another document current than @p id: @p wanted, else the first one, else the one after that.
@@ -428,11 +438,14 @@ void DocumentManager::add_busy_mark(const DocumentId& id, const char* caller)
         inserted = m_busy.insert(std::make_pair(id, 1)).second;
     }
     HK_ASSERT_IN(inserted, "inserted", caller);
-    const boost::shared_ptr<AbstractDocument> sp_ad = find_or_throw(id, caller); // alive across the message
-    if (sp_ad->is_busy()) {
+    DocumentUse*& p_last = t_state.p_last_use;
+    const DocumentUse use = t_state.has_documents ? DocumentUse(p_last, look_up(id, caller))
+                                                  : DocumentUse(p_last, find_or_throw(id, caller));
+    AbstractDocument& document = use.document();
+    if (document.is_busy()) {
         return;
     }
-    sp_ad->set_busy(true);
+    document.set_busy(true);
     send(id, DocumentMessage::Busy);
 }
 
@@ -446,8 +459,11 @@ void DocumentManager::remove_busy_mark(const DocumentId& id, const char* caller)
         }
         m_busy.erase(iter);
     }
-    const boost::shared_ptr<AbstractDocument> sp_ad = find_or_throw(id, caller); // alive across the message
-    if (!sp_ad->is_busy()) {
+    DocumentUse*& p_last = t_state.p_last_use;
+    const DocumentUse use = t_state.has_documents ? DocumentUse(p_last, look_up(id, caller))
+                                                  : DocumentUse(p_last, find_or_throw(id, caller));
+    AbstractDocument& document = use.document();
+    if (!document.is_busy()) {
         return;
     }
     // The reverse of the order above: subscribers of both messages see the document busy. The flag goes even
@@ -455,10 +471,10 @@ void DocumentManager::remove_busy_mark(const DocumentId& id, const char* caller)
     try {
         send(id, DocumentMessage::Idle);
     } catch (...) {
-        sp_ad->set_busy(false);
+        document.set_busy(false);
         throw;
     }
-    sp_ad->set_busy(false);
+    document.set_busy(false);
 }
 
 bool DocumentManager::document_busy(const DocumentId& id) const

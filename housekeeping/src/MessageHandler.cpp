@@ -21,6 +21,25 @@ const GuardedMutex s_delivery{"the message handler's mutex",
 /// Set when the handler has been destroyed for good: what is posted later is lost.
 std::atomic<bool> s_closed{false};
 
+/// Messages from the front of the queue, which leave it all at once in the end.
+class Taken
+{
+public:
+    explicit Taken(QList<Message*>& queue)
+        : m_queue(queue)
+    { }
+    ~Taken() { m_queue.erase(m_queue.begin(), m_queue.begin() + m_count); }
+    Taken(const Taken&) = delete;
+    Taken& operator=(const Taken&) = delete;
+
+    /// Null when there is no more.
+    Message* const* next() { return m_count < m_queue.size() ? &m_queue.at(m_count++) : nullptr; }
+
+private:
+    QList<Message*>& m_queue;
+    int m_count = 0;
+};
+
 } // namespace
 
 MessageHandler::MessageHandler()
@@ -99,8 +118,9 @@ void MessageHandler::start_timer_locked()
 void MessageHandler::idleTimeout()
 {
     const GuardedLocker lock(&m_mutex, s_delivery); // held while subscribers run: see the class comment
-    while (!m_queue.isEmpty()) {
-        Message::dispatch(m_queue.takeFirst());
+    Taken taken(m_queue);
+    while (Message* const* const p_p_message = taken.next()) {
+        Message::dispatch(*p_p_message);
     }
     m_timer->stop();
     m_timer_started = false;

@@ -2,6 +2,8 @@
 
 #include <tarqa/housekeeping/AbstractQuickHelpInputEntry.h>
 
+#include <QtCore/QMetaMethod>
+
 #include <algorithm>
 
 namespace tarqa::housekeeping {
@@ -15,6 +17,22 @@ QVariant variant_of(QString text)
     QVariant result(QStringLiteral("")); // has no owners to count
     static_cast<QString*>(result.data())->swap(text);
     return result;
+}
+
+// Entries are connected by the numbers of the signal and the slot, which Qt looks up otherwise each time, and
+// without an object on the heap that calls the slot: connecting is most of what attaching an entry costs.
+
+int changed_signal()
+{
+    static const int s_number = QMetaMethod::fromSignal(&AbstractQuickHelpEntry::entryChanged).methodIndex();
+    return s_number;
+}
+
+int update_slot()
+{
+    static const int s_number
+        = QuickHelpInputModel::staticMetaObject.indexOfSlot("updateInput(QuickHelpEntryId)");
+    return s_number;
 }
 
 } // namespace
@@ -119,7 +137,7 @@ bool QuickHelpInputModel::addInput(const AbstractQuickHelpInputEntry* p_entry)
         m_entries.insert(lower_bound(id), p_entry);
     }
     endInsertRows();
-    connect(p_entry, &AbstractQuickHelpEntry::entryChanged, this, &QuickHelpInputModel::updateInput);
+    QMetaObject::connect(p_entry, changed_signal(), this, update_slot());
     return true;
 }
 
@@ -140,7 +158,7 @@ bool QuickHelpInputModel::removeInput(QuickHelpEntryId id)
     if (iter == m_entries.end() || is_going(*iter)) {
         return false;
     }
-    disconnect(*iter, &AbstractQuickHelpEntry::entryChanged, this, &QuickHelpInputModel::updateInput);
+    QMetaObject::disconnect(*iter, changed_signal(), this, update_slot());
     return erase(iter);
 }
 

@@ -177,6 +177,27 @@ TEST(CompositeCommand, ProtocolOfAnyMomentHasALinePerChild)
     EXPECT_EQ("UNDO>\tBatch: all - Succeeded.\n\t* A - Succeeded.\n", composite->protocol("UNDO>", true));
 }
 
+TEST(CompositeCommand, ProtocolHasRoomForManyLinesOfAnyLength)
+{
+    std::vector<Child> children;
+    std::string done = "UNDO>\tBatch - Succeeded.\n";
+    std::string not_done = "DO>\tBatch - Failed.\n";
+    for (std::size_t length = 0; length < 200; ++length) {
+        const std::string name(length, 'n');
+        const std::string description(length % 3 * 50, 'd');
+        children.push_back(child(name));
+        children.back()->setDescription(description);
+        const std::string line = "\t* " + name + (description.empty() ? "" : ": ") + description;
+        done += line + " - Succeeded.\n";
+        not_done += line + " - Failed.\n";
+    }
+    const auto composite = batch(children);
+    EXPECT_EQ(not_done, composite->protocol("DO>", false));
+    const support::LogCapture log;
+    execute(*composite);
+    EXPECT_EQ(done, composite->protocol("UNDO>", true));
+}
+
 TEST(CompositeCommand, RunWithoutChildrenSucceeds)
 {
     CompositeCommand composite(s_document, "Batch", false);

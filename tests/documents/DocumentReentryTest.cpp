@@ -3,13 +3,16 @@
 #include "support/Controllers.h"
 #include "support/Fakes.h"
 
+#include <pkBase/pkDestructor.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <future>
 #include <stdexcept>
+#include <thread>
 
 using namespace tarqa::housekeeping;
 using support::create_document;
@@ -143,6 +146,70 @@ TEST(DocumentManager, SubscriberOfIdleMayDestroyTheDocument)
             "Idle(Document 1)", "Destroyed(Document 1)", "Document 1.busy(false)", "Document 1.destroyed"));
     EXPECT_EQ(0u, manager().num_documents());
     EXPECT_FALSE(manager().documents_busy());
+}
+
+TEST(DocumentManager, DocumentLivesToTheEndOfTheOutermostMark)
+{
+    FakeDocument& document = create_document();
+    const DocumentId id = document.id();
+    journal().clear();
+    OnFirst busy(DocumentMessage::Busy, [id](DocumentMessage&) {
+        OnFirst idle(DocumentMessage::Idle, [id](DocumentMessage&) { EXPECT_TRUE(destroy(id)); });
+        EXPECT_TRUE(manager().document_busy(id, false));
+        EXPECT_EQ(1, journal().count("Document 1.busy(false)"));
+        EXPECT_EQ(0, journal().count("Document 1.destroyed"));
+    });
+    EXPECT_TRUE(manager().document_busy(id, true));
+    EXPECT_EQ(1, journal().count("Document 1.destroyed"));
+    EXPECT_EQ(0u, manager().num_documents());
+}
+
+TEST(DocumentManager, DocumentThatIsNotMarkedDiesAtOnceDuringTheMarksOfAnother)
+{
+    const DocumentId first = create_document().id();
+    const DocumentId second = create_document().id();
+    journal().clear();
+    OnFirst busy(DocumentMessage::Busy, [first](DocumentMessage&) {
+        EXPECT_TRUE(destroy(first));
+        EXPECT_EQ(1, journal().count("Document 1.destroyed"));
+    });
+    EXPECT_TRUE(manager().document_busy(second, true));
+    EXPECT_TRUE(manager().document_busy(second, false));
+    EXPECT_TRUE(destroy(second)); // which is not in use any more
+    EXPECT_EQ(1, journal().count("Document 2.destroyed"));
+}
+
+TEST(DocumentManager, DocumentThatAWorkerMarksLivesToTheEndOfItsMessage)
+{
+    const DocumentId id = create_document().id();
+    JournalingReceiver receiver(Qt::DirectConnection);
+    std::promise<void> sent;
+    std::promise<void> destroyed;
+    receiver.on_document = [&](DocumentMessage& message) {
+        if (message.doc_change_type() == DocumentMessage::Busy) {
+            sent.set_value();
+            destroyed.get_future().wait();
+            EXPECT_EQ(0, journal().count("Document 1.destroyed"));
+        }
+    };
+    std::thread worker([id] { EXPECT_TRUE(manager().document_busy(id, true)); });
+    sent.get_future().wait();
+    EXPECT_TRUE(destroy(id));
+    EXPECT_EQ(0u, manager().num_documents());
+    destroyed.set_value();
+    worker.join();
+    EXPECT_EQ(1, journal().count("Document 1.destroyed"));
+}
+
+TEST(DocumentManager, DocumentLivesToTheEndOfItsMarkThoughTheManagerGoes)
+{
+    FakeDocument& document = create_document();
+    manager().document_busy(document.id(), true);
+    journal().clear();
+    OnFirst idle(DocumentMessage::Idle, [](DocumentMessage&) { pkBase::pkDestructor::run(); });
+    EXPECT_TRUE(manager().document_busy(document.id(), false));
+    EXPECT_THAT(journal().entries(),
+        ElementsAre("Idle(Document 1)", "Document 1.busy(false)", "Document 1.destroyed"));
 }
 
 TEST(DocumentManager, ThrowingBusySubscriberLeavesTheMarkAndTheFlag)

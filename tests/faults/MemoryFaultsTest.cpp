@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -246,8 +247,13 @@ TEST_F(CommandsWithoutMemory, PostedMessagesArriveOrAreRefused)
     bool posted = false;
     receiver.on_history = [&](DocumentHistoryMsg&) { ++received; };
     MessageHandler& handler = MessageHandler::instance();
+    std::vector<std::unique_ptr<DocumentHistoryMsg>>
+        living; // they have what the thread keeps ready for messages
     AllocationRounds rounds("MemoryPost");
     rounds.prepare = [&] {
+        for (int count = 0; count < 10; ++count) {
+            living.emplace_back(DocumentHistoryMsg::instance());
+        }
         received = 0;
         posted = false;
     };

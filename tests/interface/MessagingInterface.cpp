@@ -32,6 +32,14 @@ static_assert(sizeof(Message) == sizeof(QObject), "no members of its own");
 INTERFACE_HAS(Message::dispatch, void (*)(Message*));
 INTERFACE_HAS(Message::dispatch, void (Message::*)());
 INTERFACE_HAS(Message::post, void (Message::*)());
+INTERFACE_HAS(Message::operator new, void* (*)(std::size_t));
+INTERFACE_HAS(Message::operator new, void* (*)(std::size_t, const std::nothrow_t&) noexcept);
+INTERFACE_HAS(Message::operator new, void* (*)(std::size_t, std::align_val_t));
+INTERFACE_HAS(Message::operator new, void* (*)(std::size_t, void*) noexcept);
+INTERFACE_HAS(Message::operator delete, void (*)(void*, std::size_t) noexcept);
+INTERFACE_HAS(Message::operator delete, void (*)(void*, std::size_t, std::align_val_t) noexcept);
+INTERFACE_HAS(Message::operator delete, void (*)(void*, const std::nothrow_t&) noexcept);
+INTERFACE_HAS(Message::operator delete, void (*)(void*, void*) noexcept);
 
 // clang-format off
 template <class B> struct MessageDispatch : B { void dispatch() override { } };

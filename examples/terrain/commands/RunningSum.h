@@ -1,55 +1,66 @@
 #pragma once
 
-#include <cmath>
+#include "commands/Pair.h"
 
 namespace terrain {
 
 /**
- * Adds a term to a sum, and what rounding takes off it to what was @p lost before: Neumaier's summation.
- * A. Neumaier (1974), Rundungsfehleranalyse einiger Verfahren zur Summation endlicher Summen, Zeitschrift
- * für Angewandte Mathematik und Mechanik 54, 39-51.
+ * Adds a term to a sum, and what rounding takes off it to what was @p lost before. What it takes off is found
+ * exactly, without asking which of the two is larger: so pairs of numbers can be added at once.
+ * D. E. Knuth, The Art of Computer Programming, volume 2, section 4.2.2, theorem B.
  */
-inline void add_term(double& sum, double& lost, double term)
+template <class Number>
+void add_term(Number& sum, Number& lost, const Number& term)
 {
-    const double before = sum;
-    const bool is_larger = std::abs(before) >= std::abs(term);
-    const double larger = is_larger ? before : term;
-    const double smaller = is_larger ? term : before;
+    const Number before = sum;
     sum = before + term;
-    lost += (larger - sum) + smaller;
+    const Number added = sum - before;
+    lost += (before - (sum - added)) + (term - added);
+}
+
+/// The number; 0 where the count is.
+inline double unless_empty(double number, double count)
+{
+    return count == 0 ? 0 : number;
+}
+inline Pair unless_empty(const Pair& number, const Pair& count)
+{
+    return where(count != Pair{}, number);
 }
 
 /**
  * Sum and number of the heights in a window that moves along: heights enter at one end and leave at the
- * other.
+ * other. Of pairs, there are two windows, which have nothing to do with each other.
  *
  * What rounding takes off the sum is kept beside it, so that a mountain that has left the window leaves
  * nothing behind.
  */
-class RunningSum
+template <class Number>
+class RunningSumOf
 {
 public:
-    double sum() const { return m_sum + m_lost; }
-    double count() const { return m_count; } ///< a whole number
+    Number sum() const { return m_sum + m_lost; }
+    Number count() const { return m_count; } ///< whole numbers
 
-    void enter(double sum, double count)
+    void enter(const Number& sum, const Number& count)
     {
         add_term(m_sum, m_lost, sum);
         m_count += count;
     }
-    void leave(double sum, double count)
+    void leave(const Number& sum, const Number& count)
     {
         add_term(m_sum, m_lost, -sum);
         m_count -= count;
-        if (m_count == 0) {
-            *this = RunningSum();
-        }
+        m_sum = unless_empty(m_sum, m_count);
+        m_lost = unless_empty(m_lost, m_count);
     }
 
 private:
-    double m_sum = 0;
-    double m_lost = 0;
-    double m_count = 0; // as a number that can be reckoned with beside the others
+    Number m_sum{};
+    Number m_lost{};
+    Number m_count{}; // as numbers that can be reckoned with beside the others
 };
+
+typedef RunningSumOf<double> RunningSum;
 
 } // namespace terrain

@@ -6,241 +6,300 @@
 #include "parallel/Workers.h"
 
 #include <algorithm>
-#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstring>
+#include <thread>
 
 namespace terrain {
 
 namespace {
 
-const int s_rows_beside_each_other = 2; ///< their sums do not wait for one another
-const int s_band = 512; ///< columns whose sums stay close to the processor from row to row
+const int s_rows_at_once = 2; ///< of which a Pair has the numbers; of columns as many
+const int s_block = 16; ///< rows that are worth asking for something to do; even
+const int s_widest_band = 512; ///< columns whose sums stay close to the processor from row to row; even
+const int s_narrowest_band = 64; ///< that is worth it; even
+const int s_bands_of_thread = 4; ///< so that hardly any thread has to wait for another one
 
-/// For each cell of a row the sum and the number of the heights in the part of the row that lies in the
-/// cell's window.
+const int s_short_tries = 100; ///< to find that what is waited for is done, before the thread sleeps
+constexpr std::chrono::microseconds s_pause(50);
+
+typedef RunningSumOf<Pair> PairOfWindows;
+
+/// For each cell in a part of a row the sum and the number of the heights in the same row of its window.
 struct Parts
 {
     double* p_sums;
     double* p_counts;
 };
 
-/// The parts of some rows at once: the processor works on one while another's last addition is under way.
-template <int rows>
-void sum_rows(const double* p_cells, int columns, int radius, const std::array<Parts, rows>& parts)
+/// The columns from @c begin to before @c end, and how far their windows have come.
+struct Band
 {
-    std::array<RunningSum, rows> windows;
-    const auto cell = [p_cells, columns](int row, long long column) {
-        return p_cells[static_cast<std::ptrdiff_t>(row) * columns + column];
-    };
-    const auto term = [](double height) { return is_no_data(height) ? 0 : height; };
-    const auto number = [](double height) { return is_no_data(height) ? 0.0 : 1.0; };
-    for (long long column = -radius; column < columns; ++column) {
-        for (int row = 0; row < rows; ++row) {
-            RunningSum& window = windows[static_cast<std::size_t>(row)];
-            const long long entering = column + radius;
-            if (entering < columns) {
-                const double height = cell(row, entering);
-                window.enter(term(height), number(height));
-            }
-            const long long leaving = column - radius - 1;
-            if (leaving >= 0) {
-                const double height = cell(row, leaving);
-                window.leave(term(height), number(height));
-            }
-            if (column >= 0) {
-                parts[static_cast<std::size_t>(row)].p_sums[column] = window.sum();
-                parts[static_cast<std::size_t>(row)].p_counts[column] = window.count();
-            }
-        }
+    int begin = 0;
+    int end = 0;
+    std::vector<PairOfWindows> windows;
+    // The parts of rows, each row in the place of one that has left the windows.
+    std::vector<double> sums;
+    std::vector<double> counts;
+    std::atomic<int> blocks_done = 0;
+};
+
+/// What happens when the windows of a band move down by a row; null: nothing of it.
+struct Move
+{
+    Parts leaving;
+    Parts entering;
+    const double* p_cells; ///< whose means are to be taken, into @c p_means
+    double* p_means;
+};
+
+Pair load(const double* p_numbers)
+{
+    Pair result;
+    std::memcpy(&result, p_numbers, sizeof(result));
+    return result;
+}
+
+/// The means of the windows around two cells.
+Pair means_of(const PairOfWindows& windows, const Pair& cells)
+{
+    const PairBits known = cells == cells; // as is_no_data() says
+    const PairBits means = reinterpret_cast<PairBits>(windows.sum() / windows.count());
+    const PairBits nothing = reinterpret_cast<PairBits>(Pair{no_data, no_data});
+    return reinterpret_cast<Pair>((means & known) | (nothing & ~known));
+}
+
+/// Moves the windows of two columns down by a row.
+void move_down(PairOfWindows& windows, const Move& move, int column)
+{
+    if (move.leaving.p_sums) {
+        windows.leave(load(move.leaving.p_sums + column), load(move.leaving.p_counts + column));
+    }
+    if (move.entering.p_sums) {
+        windows.enter(load(move.entering.p_sums + column), load(move.entering.p_counts + column));
+    }
+}
+
+/// Takes the means of two columns, or of the last one alone.
+void take_means(const PairOfWindows& windows, const Move& move, int column, int columns)
+{
+    if (column + 1 < columns) {
+        const Pair means = means_of(windows, load(move.p_cells + column));
+        std::memcpy(move.p_means + column, &means, sizeof(means));
+    } else {
+        const double cell = move.p_cells[column];
+        move.p_means[column] = means_of(windows, Pair{cell, cell})[0];
     }
 }
 
 /**
- * Windows that move down the raster, row by row. Three things happen in one step, each with the block of rows
- * that the one before made ready in the last step: the rows are summed up into parts; the windows of each
- * column take in the parts; the means become rows of the result. So all threads have something to do, and
- * rows that were just made are still close to the processor.
+ * Windows that move down the raster, row by row. First the rows that enter are summed up into parts, of which
+ * the windows of each column then take in theirs. Both happen two at a time, and soon one after the other: so
+ * the parts are still close to the processor.
  *
- * The sums along a row and down a column are made by one thread each, one term after the other, so that they
+ * The work is divided into bands of columns and blocks of rows. The threads go through them along diagonals:
+ * what a piece needs is done in the same band above it, and in the same block to the left, so that nearly
+ * always all is there when its turn comes.
+ *
+ * The sums along a row and down a column are made from the beginning, one term after the other, so that they
  * are the same however many threads there are.
  */
 class MovingWindows
 {
 public:
-    MovingWindows(const Raster& raster, int radius, Workers& workers)
+    MovingWindows(
+        const Raster& raster, int radius, Workers& workers, const std::function<void(int row)>& row_done)
         : m_raster(raster)
-        , m_workers(workers)
+        , m_row_done(row_done)
         , m_column_radius(std::min(radius, raster.columns)) // a larger one reaches no more cells
         , m_row_radius(std::min(radius, raster.rows))
-        , m_block(std::min(rows_worth_a_thread(raster.columns) * workers.threads(), raster.rows))
         , m_kept_rows(
-              static_cast<int>(std::min<long long>(raster.rows, 2LL * m_row_radius + 1 + 2LL * m_block)))
-        , m_part_sums(raster.index(0, m_kept_rows))
-        , m_part_counts(m_part_sums.size())
-        , m_sums(static_cast<std::size_t>(raster.columns))
-        , m_lost(m_sums.size())
-        , m_counts(m_sums.size())
-        , m_means{
-              std::vector<double>(raster.index(0, m_block)), std::vector<double>(raster.index(0, m_block))}
+              static_cast<int>(std::min<long long>(raster.rows, 2LL * m_row_radius + 1 + s_rows_at_once)))
+        , m_blocks(static_cast<int>((static_cast<long long>(raster.rows) + m_row_radius - 1) / s_block + 1))
+        , m_width(std::min(raster.columns + raster.columns % 2,
+              std::clamp(raster.columns / (s_bands_of_thread * workers.threads()) / 2 * 2, s_narrowest_band,
+                  s_widest_band)))
+        , m_bands(static_cast<std::size_t>((raster.columns - 1) / m_width + 1))
+        , m_row_windows(static_cast<std::size_t>((raster.rows - 1) / s_rows_at_once + 1))
     {
         reserve_large(m_result, raster.cells.size());
+        m_p_means = m_result.data();
+        for (std::size_t i = 0; i < m_bands.size(); ++i) {
+            Band& band = m_bands[i];
+            band.begin = static_cast<int>(i) * m_width;
+            band.end = std::min(band.begin + m_width, raster.columns);
+            band.windows.resize(static_cast<std::size_t>(m_width / 2));
+            band.sums.resize(static_cast<std::size_t>(m_kept_rows) * static_cast<std::size_t>(m_width));
+            band.counts.resize(band.sums.size());
+        }
     }
 
-    std::vector<double> run(const std::function<void(int row)>& row_done)
+    std::vector<double> run(Workers& workers)
     {
-        const long long entering_rows = static_cast<long long>(m_raster.rows) + m_row_radius;
-        int reported = 0;
-        for (long long first = 0; first < entering_rows + 2LL * m_block; first += m_block) {
-            step(first);
-            const auto done = static_cast<int>(m_result.size() / static_cast<std::size_t>(m_raster.columns));
-            for (; reported < done; ++reported) {
-                row_done(reported);
+        const std::size_t bands = m_bands.size();
+        if (bands == 1) {
+            for (int block = 0; block < m_blocks; ++block) {
+                do_block(block, 0);
             }
+        } else {
+            // By diagonals, from the left down; at both ends they lie outside of the raster in part.
+            workers.run(
+                (static_cast<std::size_t>(m_blocks) + bands - 1) * bands, [this, bands](std::size_t part) {
+                    const std::size_t band = part % bands;
+                    const long long block
+                        = static_cast<long long>(part / bands) - static_cast<long long>(band);
+                    if (block >= 0 && block < m_blocks) {
+                        do_block(static_cast<int>(block), band);
+                    }
+                });
         }
+        report();
         return std::move(m_result);
     }
 
 private:
-    /// Sums up the block of rows from @p first on, moves the windows to the block before, and takes the means
-    /// of the one before that.
-    void step(long long first)
+    /// Hardly ever waits: somebody is at it already. Who does, and was put aside for another program, may go
+    /// on in this thread's place meanwhile.
+    static void wait_for(const std::atomic<int>& blocks_done, int blocks)
     {
-        const std::size_t bands = static_cast<std::size_t>((m_raster.columns - 1) / s_band + 1);
-        const std::size_t groups = static_cast<std::size_t>((m_block - 1) / s_rows_beside_each_other + 1);
-        m_workers.run(1 + bands + groups, [&](std::size_t part) {
-            if (part == 0) {
-                append(first - 2LL * m_block);
-            } else if (part <= bands) {
-                move(first - m_block, static_cast<int>(part - 1) * s_band);
+        for (int tries = 0; blocks_done.load(std::memory_order_acquire) < blocks; ++tries) {
+            if (tries < s_short_tries) {
+                std::this_thread::yield();
             } else {
-                sum_up(first, static_cast<int>(part - 1 - bands) * s_rows_beside_each_other);
-            }
-        });
-    }
-
-    Parts parts_of(long long row)
-    {
-        const std::size_t first = m_raster.index(0, static_cast<int>(row % m_kept_rows));
-        return {m_part_sums.data() + first, m_part_counts.data() + first};
-    }
-
-    void sum_up(long long block, int first)
-    {
-        const long long begin = block + first;
-        const long long end = std::min<long long>(
-            {begin + s_rows_beside_each_other, block + m_block, static_cast<long long>(m_raster.rows)});
-        if (end - begin == s_rows_beside_each_other) {
-            sum_rows<s_rows_beside_each_other>(
-                cells_of(begin), m_raster.columns, m_column_radius, {parts_of(begin), parts_of(begin + 1)});
-            return;
-        }
-        for (long long row = begin; row < end; ++row) {
-            sum_rows<1>(cells_of(row), m_raster.columns, m_column_radius, {parts_of(row)});
-        }
-    }
-
-    const double* cells_of(long long row) const
-    {
-        return m_raster.cells.data() + m_raster.index(0, static_cast<int>(row));
-    }
-
-    /// Moves the windows of a band of columns down, so that the rows of a block enter.
-    void move(long long block, int first_column)
-    {
-        const long long rows = m_raster.rows;
-        for (long long entering = std::max(block, 0LL); entering < block + m_block; ++entering) {
-            const long long row = entering - m_row_radius;
-            if (row >= rows) {
-                return;
-            }
-            if (row > m_row_radius) {
-                leave(parts_of(row - m_row_radius - 1), first_column);
-            }
-            if (entering < rows) {
-                enter(parts_of(entering), first_column);
-            }
-            if (row >= 0) {
-                take_means(static_cast<int>(row), means_of(block) + (entering - block) * m_raster.columns,
-                    first_column);
+                std::this_thread::sleep_for(s_pause);
             }
         }
     }
 
-    int end_of(int first_column) const { return std::min(first_column + s_band, m_raster.columns); }
-
-    void enter(const Parts& parts, int first_column)
+    /// Moves the windows of a band down as a block of rows enters, and tells of the rows that are done if
+    /// this is the caller's thread.
+    void do_block(int block, std::size_t index)
     {
-        double* const p_sums = m_sums.data();
-        double* const p_lost = m_lost.data();
-        double* const p_counts = m_counts.data();
-        for (int column = first_column; column < end_of(first_column); ++column) {
-            add_term(p_sums[column], p_lost[column], parts.p_sums[column]);
-            p_counts[column] += parts.p_counts[column];
+        Band& band = m_bands[index];
+        wait_for(band.blocks_done, block);
+        if (index > 0) {
+            wait_for(m_bands[index - 1].blocks_done, block + 1);
+        } else {
+            m_result.resize(m_raster.index(0, rows_after(block + 1))); // moves none: there is room for all
+        }
+        const long long first = static_cast<long long>(block) * s_block;
+        const long long end = std::min(first + s_block, static_cast<long long>(m_raster.rows) + m_row_radius);
+        for (long long row = first; row < end; row += s_rows_at_once) {
+            if (row < m_raster.rows) {
+                sum_up(static_cast<int>(row), band);
+            }
+            move_band(row, band);
+        }
+        band.blocks_done.store(block + 1, std::memory_order_release);
+        if (std::this_thread::get_id() == m_owner) {
+            report();
         }
     }
 
-    void leave(const Parts& parts, int first_column)
+    /// How many rows have their means after so many blocks.
+    int rows_after(int blocks) const
     {
-        double* const p_sums = m_sums.data();
-        double* const p_lost = m_lost.data();
-        double* const p_counts = m_counts.data();
-        for (int column = first_column; column < end_of(first_column); ++column) {
-            add_term(p_sums[column], p_lost[column], -parts.p_sums[column]);
-            p_counts[column] -= parts.p_counts[column];
-        }
-        // Nothing is left in a window without heights. Two loops, each without a branch for the compiler.
-        for (int column = first_column; column < end_of(first_column); ++column) {
-            p_sums[column] = p_counts[column] == 0 ? 0 : p_sums[column];
-        }
-        for (int column = first_column; column < end_of(first_column); ++column) {
-            p_lost[column] = p_counts[column] == 0 ? 0 : p_lost[column];
+        return static_cast<int>(
+            std::clamp<long long>(static_cast<long long>(blocks) * s_block - m_row_radius, 0, m_raster.rows));
+    }
+
+    /// Tells of the rows that are done in all bands.
+    void report()
+    {
+        const int done = rows_after(m_bands.back().blocks_done.load(std::memory_order_acquire));
+        while (m_reported < done) {
+            m_row_done(m_reported++);
         }
     }
 
-    void take_means(int row, double* p_means, int first_column) const
+    /// Null if the raster has no such row.
+    Parts parts_of(long long row, Band& band)
     {
-        const double* const p_cells = cells_of(row);
-        for (int column = first_column; column < end_of(first_column); ++column) {
-            const double mean
-                = (m_sums[static_cast<std::size_t>(column)] + m_lost[static_cast<std::size_t>(column)])
-                / m_counts[static_cast<std::size_t>(column)];
-            p_means[column] = is_no_data(p_cells[column]) ? no_data : mean;
+        if (row < 0 || row >= m_raster.rows) {
+            return {nullptr, nullptr};
         }
+        const auto first = static_cast<std::size_t>(row % m_kept_rows) * static_cast<std::size_t>(m_width);
+        return {band.sums.data() + first, band.counts.data() + first};
     }
 
-    double* means_of(long long block)
+    /// Makes the parts of two rows; of the last one alone twice.
+    void sum_up(int row, Band& band)
     {
-        return m_means[static_cast<std::size_t>(block / m_block % 2)].data();
+        const int other_row = std::min(row + 1, m_raster.rows - 1);
+        const Parts parts = parts_of(row, band);
+        const Parts other_parts = parts_of(other_row, band);
+        const double* const p_cells = m_raster.cells.data() + m_raster.index(0, row);
+        const double* const p_other_cells = m_raster.cells.data() + m_raster.index(0, other_row);
+        PairOfWindows windows = m_row_windows[static_cast<std::size_t>(row / s_rows_at_once)];
+        const int begin = band.begin;
+        for (long long column = begin == 0 ? -m_column_radius : begin; column < band.end; ++column) {
+            const long long entering = column + m_column_radius;
+            if (entering < m_raster.columns) {
+                const Pair heights = {p_cells[entering], p_other_cells[entering]};
+                windows.enter(where(heights == heights, heights), where(heights == heights, Pair{1, 1}));
+            }
+            const long long leaving = column - m_column_radius - 1;
+            if (leaving >= 0) {
+                const Pair heights = {p_cells[leaving], p_other_cells[leaving]};
+                windows.leave(where(heights == heights, heights), where(heights == heights, Pair{1, 1}));
+            }
+            if (column >= begin) {
+                const Pair sums = windows.sum();
+                const Pair counts = windows.count();
+                parts.p_sums[column - begin] = sums[0];
+                parts.p_counts[column - begin] = counts[0];
+                other_parts.p_sums[column - begin] = sums[1];
+                other_parts.p_counts[column - begin] = counts[1];
+            }
+        }
+        m_row_windows[static_cast<std::size_t>(row / s_rows_at_once)] = windows;
     }
 
-    /// Takes the rows of a block, which entered in the last step, over into the result.
-    void append(long long block)
+    /// What happens in a band when a row enters, or would if there was one.
+    Move move_of(long long entering, Band& band)
     {
-        if (block < 0) {
-            return;
+        const long long row = entering - m_row_radius;
+        Move result{parts_of(row - m_row_radius - 1, band), parts_of(entering, band), nullptr, nullptr};
+        if (row >= 0 && row < m_raster.rows) {
+            const std::size_t first = m_raster.index(band.begin, static_cast<int>(row));
+            result.p_cells = m_raster.cells.data() + first;
+            result.p_means = m_p_means + first;
         }
-        const long long rows = m_raster.rows;
-        const long long begin = std::clamp<long long>(block, m_row_radius, rows + m_row_radius) - block;
-        const long long end
-            = std::clamp<long long>(block + m_block, m_row_radius, rows + m_row_radius) - block;
-        const double* const p_means = means_of(block);
-        m_result.insert(m_result.end(), p_means + begin * m_raster.columns, p_means + end * m_raster.columns);
+        return result;
+    }
+
+    /// Moves the windows of a band down by two rows.
+    void move_band(long long entering, Band& band)
+    {
+        const Move moves[] = {move_of(entering, band), move_of(entering + 1, band)};
+        const int columns = band.end - band.begin;
+        for (int column = 0; column < columns; column += 2) {
+            PairOfWindows& windows = band.windows[static_cast<std::size_t>(column / 2)];
+            PairOfWindows moved = windows;
+            for (const Move& move : moves) {
+                move_down(moved, move, column);
+                if (move.p_means) {
+                    take_means(moved, move, column, columns);
+                }
+            }
+            windows = moved;
+        }
     }
 
     const Raster& m_raster;
-    Workers& m_workers;
+    const std::function<void(int row)>& m_row_done;
+    const std::thread::id m_owner = std::this_thread::get_id();
     int m_column_radius;
     int m_row_radius;
-    int m_block; // rows
     int m_kept_rows;
-    // The parts of rows, each row in the place of one that has left the windows; of any two one for all rows.
-    std::vector<double> m_part_sums;
-    std::vector<double> m_part_counts;
-    // The windows, one for each column.
-    std::vector<double> m_sums;
-    std::vector<double> m_lost;
-    std::vector<double> m_counts;
-    std::array<std::vector<double>, 2> m_means; // of two blocks, by turns
+    int m_blocks; // of the rows that enter, and as many more as it takes the windows to reach the last one
+    int m_width; // of a band, in columns
+    std::vector<Band> m_bands;
+    std::vector<PairOfWindows> m_row_windows; // how far they have come, along every two rows
     std::vector<double> m_result;
+    double* m_p_means = nullptr;
+    int m_reported = 0;
 };
 
 } // namespace
@@ -251,7 +310,7 @@ std::vector<double> window_means(
     if (raster.cells.empty()) {
         return {};
     }
-    return MovingWindows(raster, radius, workers).run(row_done);
+    return MovingWindows(raster, radius, workers, row_done).run(workers);
 }
 
 } // namespace terrain

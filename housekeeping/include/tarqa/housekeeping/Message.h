@@ -4,6 +4,9 @@
 
 #include <QtCore/QObject>
 
+#include <cstddef>
+#include <new>
+
 namespace tarqa::housekeeping {
 
 /**
@@ -28,6 +31,17 @@ public:
     /// Hands this message over to the MessageHandler, to be delivered by the event loop. The sender must not
     /// touch it any more. Any thread.
     virtual void post() = 0;
+
+    /// Memory for a message, which each thread keeps ready for its next ones. A message may be deleted in
+    /// another thread than the one that made it. @throw std::bad_alloc, but not the form with std::nothrow
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t size, std::align_val_t alignment);
+    static void* operator new(std::size_t, void* p_memory) noexcept { return p_memory; }
+    static void operator delete(void* p_memory, std::size_t size) noexcept;
+    static void operator delete(void* p_memory, std::size_t size, std::align_val_t alignment) noexcept;
+    static void operator delete(void* p_memory, const std::nothrow_t&) noexcept;
+    static void operator delete(void*, void*) noexcept { }
 
 protected:
     Message();
