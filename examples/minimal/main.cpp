@@ -82,6 +82,7 @@ public:
 
 const NotesDocumentFactory s_notes_document_factory;
 
+//! [command]
 /// The command: does, undoes and describes one change.
 class AddNote : public housekeeping::AbstractCommand
 {
@@ -132,6 +133,7 @@ bool run()
     commands.undo(document.id());
     as_expected = show("undone", document, 1) && as_expected;
     commands.redo(document.id());
+    //! [command]
     return show("redone", document, 2) && as_expected;
 }
 

@@ -43,7 +43,7 @@ std::vector<Declarations> all_declarations()
 {
     std::vector<Declarations> found;
     for (const char* folder : {"tq_utl/include", "pkBase/include", "pkBaseQt/include", "housekeeping/include",
-             "housekeeping/gui/include"}) {
+             "housekeeping/gui/include", "testkit/include"}) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(s_root / folder)) {
             if (entry.path().extension() == ".h") {
                 found.push_back(declarations_in(contents_of(entry.path())));
@@ -156,20 +156,23 @@ TEST(ExportedClasses, AreThoseOfTheTable)
             "AbstractPreferences", "AbstractPreferencesFactory", "AbstractPresentation",
             "AbstractPresentationFactory", "AbstractProgress", "AbstractQuickHelpEntry",
             "AbstractQuickHelpInputEntry", "AbstractState", "ApplicationManager", "ApplicationMessage",
-            "CancelCommandException", "ChildDockWidget", "CommandDetails", "CommandId", "CommandManager",
-            "CommandMessage", "CompositeCommand", "ControllerLocker", "ControllerManager", "DataSource",
-            "DocumentHistory", "DocumentHistoryMsg", "DocumentId", "DocumentManager", "DocumentMessage",
-            "Environment", "ErrorHandler", "ErrorProtocol", "ErrorProtocolOutput", "Exception",
-            "FailedCommandException", "FilesInsertMessage", "GDALErrorHandler", "Hardware", "HelpLauncher",
-            "HelpLauncherFactory", "HelpManager", "HousekeepingExceptionTag", "HousekeepingTag", "IdCreator",
-            "InvalidPath", "LastWords", "MainWindowMessage", "Message", "MessageHandler", "PreferencesDialog",
-            "PresentationManager", "ProgressBarsController", "ProgressBarsControllerFactory", "QFinalPolish",
-            "QHelpWebView", "QHelpWebViewPage", "QLogFileViewer", "QPKAboutBox", "QPKHelpButton",
-            "QPKProxyStyle", "QTarqaApplication", "QmlButtonController", "QuickHelpDescriptionEntry",
+            "Breach", "CancelCommandException", "ChildDockWidget", "CommandDetails", "CommandId",
+            "CommandManager", "CommandMessage", "CompositeCommand", "ControllerLocker", "ControllerManager",
+            "DataSource", "DialogDriver", "DocumentHistory", "DocumentHistoryMsg", "DocumentId",
+            "DocumentManager", "DocumentMessage", "Environment", "ErrorHandler", "ErrorProtocol",
+            "ErrorProtocolOutput", "Exception", "FailedCommandException", "FakeCommand", "FakeController",
+            "FakeController::State", "FakeDocument", "FakeModel", "FilesInsertMessage", "GDALErrorHandler",
+            "Hardware", "HelpLauncher", "HelpLauncherFactory", "HelpManager", "HousekeepingExceptionTag",
+            "HousekeepingTag", "IdCreator", "InvalidPath", "LastWords", "LogCapture", "MainWindowMessage",
+            "Message", "MessageHandler", "PreferencesDialog", "PresentationManager", "PrivateHome",
+            "ProgressBarsController", "ProgressBarsControllerFactory", "QFinalPolish", "QHelpWebView",
+            "QHelpWebViewPage", "QLogFileViewer", "QPKAboutBox", "QPKHelpButton", "QPKProxyStyle",
+            "QTarqaApplication", "QmlButtonController", "QuickHelpDescriptionEntry",
             "QuickHelpInputModelFilter", "QuickHelpKeySequenceEntry", "QuickHelpManager",
             "QuickHelpMouseButtonEntry", "QuickHelpMouseWheelEntry", "QuickHelpTitleEntry",
-            "RecentDocumentsQueue", "Runnable", "SystemPaths", "TemporaryDirectory", "TemporaryDirectoryTag",
-            "ThreadLocal", "TimerObject", "Tripwire", "UndoRedoController", "UndoRedoController::State",
-            "UndoRedoControllerFactory", "UndoRedoPresentation", "UndoRedoPresentationFactory", "Updateable",
-            "pkAbstractFactory", "pkDestructor", "pkProductInfo"));
+            "RecentDocumentsQueue", "RoundTripProof", "Runnable", "StartedApplication", "SystemPaths",
+            "TemporaryDirectory", "TemporaryDirectoryTag", "ThreadLocal", "TimerObject", "Tripwire",
+            "UndoRedoController", "UndoRedoController::State", "UndoRedoControllerFactory",
+            "UndoRedoPresentation", "UndoRedoPresentationFactory", "Updateable", "pkAbstractFactory",
+            "pkDestructor", "pkProductInfo"));
 }

@@ -1,20 +1,101 @@
-# The framework's library exports the classes that are marked for it, and neither its private ones nor what stands in
-# anonymous namespaces.
+# The libraries export what the installed headers mark for it, and nothing else of their own: neither private classes nor what
+# stands in anonymous namespaces. Of others' code they export only what must be one in the whole process, or what the others'
+# headers make visible; all of that is weak, so that it never collides. Each has the name that its ABI version gives it.
 include("${CMAKE_CURRENT_LIST_DIR}/prefix.cmake")
 
-file(GLOB_RECURSE library "${PREFIX}/lib*/libtq_hk.so")
-execute_process(COMMAND "${NM}" --dynamic --defined-only --demangle "${library}"
-    OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCH "^[0-9]+[.][0-9]+" ABI "${VERSION}")
 
+# What is marked: the names after the marks, of classes, and those before parentheses, of functions.
+file(GLOB_RECURSE headers "${PREFIX}/include/*.h")
+set(marked operator)
+foreach(header IN LISTS headers)
+    file(READ "${header}" text)
+    string(REGEX REPLACE "//[^\n]*" "" text "${text}")
+    string(REGEX MATCHALL "[A-Z]_EXPORT[ \n]+[A-Za-z_0-9]+" classes "${text}")
+    string(REGEX MATCHALL "[A-Z]_EXPORT[^;{}()]*[ &*][A-Za-z_0-9]+\\(" functions "${text}")
+    foreach(mark IN LISTS classes functions)
+        string(REGEX REPLACE "\\($" "" mark "${mark}")
+        string(REGEX MATCH "[A-Za-z_0-9]+$" name "${mark}")
+        list(APPEND marked ${name})
+    endforeach()
+endforeach()
+list(REMOVE_DUPLICATES marked)
+
+# Of others, and always weak: templates of the standard library, which gives them default visibility, and inline functions of
+# classes that Qt exports; the description of types (of functions, and Boost's of counters) that must be equal in all libraries;
+# the handlers of CGAL's errors, which are one for all.
+set(foreign "std::|__gnu_cxx::|Q[A-Z]|boost::detail::sp_counted_base|CGAL::")
+set(type_of_function "^typeinfo (name )?for [^(]+ \\(")
+set(sanitizers "^(__asan|__odr_asan|__ubsan|__sanitizer|__sancov|__start_|__stop_)")
+set(described "vtable|VTT|typeinfo|typeinfo name|guard variable|non-virtual thunk|virtual thunk|covariant return thunk")
+set(description_of "^(construction vtable for .+-in-|(${described}) (for|to) )")
+
+# check_symbols(<library>): each symbol is one of those.
+function(check_symbols library)
+    execute_process(COMMAND "${NM}" --dynamic --defined-only --demangle "${library}"
+        OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+    string(REPLACE "[" "(" text "${text}") # which would join lines to one element of a list
+    string(REPLACE "]" ")" text "${text}")
+    string(REPLACE ";" ":" text "${text}")
+    string(REGEX MATCHALL "[^\n]+" lines "${text}")
+    set(bad)
+    set(owners)
+    foreach(line IN LISTS lines)
+        if(NOT line MATCHES "^[0-9a-f]* *([A-Za-z]) (.+)$")
+            message(FATAL_ERROR "${NM} printed ${line}")
+        endif()
+        set(kind "${CMAKE_MATCH_1}")
+        set(symbol "${CMAKE_MATCH_2}")
+        string(REGEX REPLACE "${description_of}" "" name "${symbol}")
+        if(name MATCHES "^(tarqa|pkBase)::")
+            string(REGEX REPLACE "^((tarqa|pkBase|housekeeping|gui|utilities|testkit)::)+" "" name "${name}")
+            string(REGEX MATCH "^[A-Za-z_0-9]+" name "${name}")
+            if(name IN_LIST marked)
+                list(APPEND owners ${name})
+                continue()
+            endif()
+        elseif(kind MATCHES "[VWu]" AND (name MATCHES "(^|[ *&])(${foreign})" OR symbol MATCHES "${type_of_function}"))
+            continue()
+        elseif(SANITIZE AND symbol MATCHES "${sanitizers}")
+            continue()
+        endif()
+        list(APPEND bad "${kind} ${symbol}")
+    endforeach()
+    if(bad)
+        list(JOIN bad "\n" text)
+        message(FATAL_ERROR "${library} exports what is not marked for it:\n${text}")
+    endif()
+    if(NOT owners)
+        message(FATAL_ERROR "${library} exports nothing")
+    endif()
+endfunction()
+
+file(GLOB libraries "${PREFIX}/lib/lib*.so")
+list(LENGTH libraries count)
+if(count LESS 4)
+    message(FATAL_ERROR "there are only ${count} libraries in ${PREFIX}/lib")
+endif()
+foreach(library IN LISTS libraries)
+    check_symbols("${library}")
+
+    get_filename_component(name "${library}" NAME)
+    execute_process(COMMAND "${READELF}" --dynamic --wide "${library}" OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCH "Library soname: [^\n]*" soname "${dynamic}")
+    if(NOT soname STREQUAL "Library soname: [${name}.${ABI}]")
+        message(FATAL_ERROR "${library} has no soname ${name}.${ABI}: ${soname}")
+    endif()
+    get_filename_component(file "${library}" REALPATH)
+    get_filename_component(file "${file}" NAME)
+    if(NOT file STREQUAL "${name}.${VERSION}" OR NOT EXISTS "${library}.${ABI}")
+        message(FATAL_ERROR "${library} leads to ${file}, not to ${name}.${VERSION}, or has no link ${name}.${ABI}")
+    endif()
+endforeach()
+
+execute_process(COMMAND "${NM}" --dynamic --defined-only --demangle "${PREFIX}/lib/libtq_hk.so"
+    OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 foreach(name IN ITEMS "CommandManager::insert(" "DocumentManager::create_document(" "ErrorProtocol::log_message(")
     string(FIND "${symbols}" " T tarqa::housekeeping::${name}" position)
     if(position EQUAL -1)
-        message(FATAL_ERROR "${library} does not export ${name}")
-    endif()
-endforeach()
-foreach(name IN ITEMS "tarqa::housekeeping::log_file::" "tarqa::housekeeping::LogHolder::" "(anonymous namespace)")
-    string(FIND "${symbols}" "${name}" position)
-    if(NOT position EQUAL -1)
-        message(FATAL_ERROR "${library} exports ${name}")
+        message(FATAL_ERROR "libtq_hk does not export ${name}")
     endif()
 endforeach()

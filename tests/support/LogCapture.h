@@ -1,7 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
+
+namespace tarqa::housekeeping::testkit {
+class LogEntries;
+}
 
 namespace support {
 
@@ -12,6 +17,9 @@ namespace support {
  * ("DO>", "UNDO>", and the lines of children) need not be taken.
  *
  * Lines that are written while no capture lives fail the test as well (see the listener in main.cpp).
+ *
+ * The kit's LogCapture is the same for hosts; this one has an account of its own, does without the framework,
+ * and finds the log in the private home, also after the log's end.
  */
 class LogCapture
 {
@@ -42,8 +50,7 @@ public:
     void take_all();
 
 private:
-    std::size_t m_begin = 0; // size of the log at the start
-    std::vector<std::string> m_taken;
+    std::unique_ptr<tarqa::housekeeping::testkit::LogEntries> m_p_entries;
 };
 
 /// Lines of all logs of this process that no capture has accounted for; the listener in main.cpp asks once

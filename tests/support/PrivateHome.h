@@ -1,6 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
+
+namespace tarqa::housekeeping::testkit {
+class HomeDirectories;
+}
 
 namespace support {
 
@@ -8,6 +13,8 @@ namespace support {
  * A private home for the running test process: fresh directories for the home, the preferences and temporary
  * files, named in the environment before anything reads it, and deleted at the end. Also the offscreen
  * platform and UTF-8.
+ *
+ * The kit's PrivateHome is the same for hosts; this one does without the framework.
  */
 class PrivateHome
 {
@@ -23,7 +30,7 @@ public:
     static std::string scratch_directory();
 
 private:
-    std::string m_root;
+    std::unique_ptr<tarqa::housekeeping::testkit::HomeDirectories> m_p_directories;
 };
 
 } // namespace support

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <tarqa/housekeeping/ApplicationManager.h>
+#include <tarqa/testkit/StartedApplication.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -43,12 +45,7 @@ public:
     std::vector<std::string> arguments() const;
 
 private:
-    void init(bool gui);
-
-    std::vector<std::string> m_texts;
-    std::vector<char*> m_pointers; // into m_texts, and a null at the end
-    int m_argc;
-    char** m_argv;
+    std::unique_ptr<tarqa::housekeeping::testkit::StartedApplication> m_p_started;
 };
 
 /// Takes the lines that every start-up writes: the library paths, and whether background rendering is on.

@@ -52,6 +52,7 @@ ViewerPreferences::ViewerPreferences(QWidget* p_parent)
 
 void ViewerPreferences::add_map_settings()
 {
+    //! [settings]
     QFormLayout& group = add_group(tr("Maps and Other Views"));
     add_colour(group,
         colour("background_color", Qt::white, &ApplicationManager::viewBackgroundColour,
@@ -71,6 +72,7 @@ void ViewerPreferences::add_map_settings()
         tr("Animate &zooming and moving"),
         tr("Keys and menus let the view glide to its new place, so that you see where it goes. Otherwise it "
            "jumps. Maps follow at once."));
+    //! [settings]
 }
 
 void ViewerPreferences::add_selection_settings()

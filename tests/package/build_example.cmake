@@ -1,15 +1,13 @@
-# Copies the smallest host, builds it against the installed framework as a host author would, and runs it.
+# Copies the example host NAME, builds it against the installed framework as a host author would, and runs it.
 include("${CMAKE_CURRENT_LIST_DIR}/prefix.cmake")
 
-set(source "${WORK_DIR}/minimal")
+set(source "${WORK_DIR}/${NAME}")
 file(REMOVE_RECURSE "${source}")
-file(MAKE_DIRECTORY "${source}")
-file(COPY "${SOURCE_DIR}/examples/minimal/CMakeLists.txt" "${SOURCE_DIR}/examples/minimal/main.cpp"
-    DESTINATION "${source}")
+file(COPY "${SOURCE_DIR}/examples/${NAME}" DESTINATION "${WORK_DIR}")
 build_against_prefix("${source}")
 
 # The program must find the libraries of the prefix, not those of the build.
-execute_process(COMMAND ldd "${source}-build/minimal" OUTPUT_VARIABLE libraries)
+execute_process(COMMAND ldd "${source}-build/${NAME}" OUTPUT_VARIABLE libraries)
 foreach(library IN ITEMS tq_hk pkBaseQt pkBase tq_utl)
     string(FIND "${libraries}" "=> ${PREFIX}/lib" position)
     string(FIND "${libraries}" "${BINARY_DIR}/lib" in_the_build)
@@ -18,6 +16,6 @@ foreach(library IN ITEMS tq_hk pkBaseQt pkBase tq_utl)
     endif()
 endforeach()
 
-set(PROGRAM "${source}-build/minimal")
-set(HOME "${WORK_DIR}/installed-minimal-home")
-include("${CMAKE_CURRENT_LIST_DIR}/run_minimal.cmake")
+set(PROGRAM "${source}-build/${NAME}")
+set(HOME "${WORK_DIR}/installed-${NAME}-home")
+include("${CMAKE_CURRENT_LIST_DIR}/run_${NAME}.cmake")

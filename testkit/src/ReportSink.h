@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Disturbance.h"
+
+#include <pkBase/AbstractProgress.h>
+
+#include <vector>
+
+namespace tarqa::housekeeping {
+class AbstractCommand;
+}
+
+namespace tarqa::housekeeping::testkit {
+
+/// A progress sink that writes down what a run reports, and disturbs it at one place.
+class ReportSink : public pkBase::AbstractProgress
+{
+public:
+    /// The next run is one of @p command, disturbed so. Not owned.
+    void begin(AbstractCommand* p_command, const Disturbance& disturbance);
+    /// The run is over: nothing is disturbed any more.
+    void end();
+
+    const std::vector<unsigned int>& reports() const { return m_reports; }
+
+    void open_run(unsigned int start) override;
+    void set_percentage(unsigned int percentage) override;
+    void set_text(const QString& text) override;
+    void close_run() override;
+
+private:
+    void request_before(std::size_t place);
+
+    AbstractCommand* m_p_command = nullptr; // not owned
+    Disturbance m_disturbance;
+    std::vector<unsigned int> m_reports;
+};
+
+} // namespace tarqa::housekeeping::testkit
