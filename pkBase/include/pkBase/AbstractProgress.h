@@ -24,6 +24,7 @@ public:
     virtual void set_percentage(unsigned int percentage) = 0;
     /// @param text what is being done now, for the user
     virtual void set_text(const QString& text) = 0;
+    /// Ends the run; called once for each open_run(), also after a failure or cancellation.
     virtual void close_run() = 0;
 };
 

@@ -6,7 +6,8 @@ namespace pkBase {
 
 /**
  * The common base of all abstract factories. It has no behaviour of its own: copying never registers anything
- * and destruction unregisters nothing.
+ * and destruction unregisters nothing. Factories are objects at namespace scope, which nobody deletes; see
+ * NamedFactory of the framework for threads.
  */
 class PKBASE_EXPORT pkAbstractFactory
 {

@@ -20,6 +20,7 @@ namespace pkBase {
 class PKBASE_EXPORT pkDestructor
 {
 public:
+    /// What the table holds: destroys something, throws nothing.
     typedef void (*Function)();
 
     /// Enters @p function, which must stay callable until the process ends; null is ignored.

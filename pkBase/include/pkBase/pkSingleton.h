@@ -30,7 +30,8 @@ template <class T>
 class pkSingleton
 {
 public:
-    /// @param destroyer entered once into the ordered destruction, in @p phase, when the object is first made
+    /// @param phase when the object goes, in the ordered destruction
+    /// @param destroyer entered there once, when the object is first made; it is to call destroy()
     constexpr pkSingleton(pkDestructionPhase phase, pkDestructor::Function destroyer)
         : m_phase(phase)
         , m_destroy(destroyer)

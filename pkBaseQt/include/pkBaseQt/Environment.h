@@ -6,7 +6,7 @@ class QByteArray;
 
 namespace pkBase {
 
-/// The environment of the process.
+/// The environment of the process. Main thread, at start-up.
 class PKBASEQT_EXPORT Environment
 {
 public:

@@ -23,6 +23,7 @@ public:
     /// called.
     typedef void (*Sink)(const std::string& text);
 
+    /// The one object; made at first use.
     static GDALErrorHandler& instance();
 
     /// Where the messages go; null drops them.
@@ -37,8 +38,10 @@ public:
     static void restore_if_installed();
 
     /// The text for one message: "CE_None: ", "CE_Debug: ", "CE_Warning: ", "CE_Failure: " or "CE_Fatal: "
-    /// and the message, of which null is empty. @param error_class of GDAL's type CPLErr @return empty for
-    /// any other class
+    /// and the message.
+    /// @param error_class of GDAL's type CPLErr
+    /// @param message what GDAL says; null counts as empty
+    /// @return empty for any other class
     static std::string text(int error_class, const char* message);
 
     /// Hands a message to the sink, as GDAL does. Any thread.

@@ -35,6 +35,7 @@ class PKBASEQT_EXPORT QLogFileViewer : public QWidget
     Q_OBJECT
 
 public:
+    /// The one object; made at first use.
     static QLogFileViewer& instance();
 
     /// Full path of the log file; empty until set.
@@ -56,17 +57,21 @@ public slots:
     /// Shows what was added to the file since the last time.
     void refresh();
 
-    /// Selects the next (previous) place with the text of the search line, from the other end on after the
+    /// Selects the next place with the text of the search line, from the other end on after the
     /// last one, and marks all that are on the screen. The line says if there is none.
     void find_next();
+    /// Selects the previous place with the text of the search line; otherwise as find_next().
     void find_previous();
 
     /// Copies the selected text, or all of it if nothing is selected, to the clipboard.
     void copy();
 
 protected:
+    /// Begins to look at the file once a second.
     void showEvent(QShowEvent* p_event) override;
+    /// Ends that.
     void hideEvent(QHideEvent* p_event) override;
+    /// Escape closes the window; Return in the search line finds the next place, with Shift the previous one.
     void keyPressEvent(QKeyEvent* p_event) override;
 
 private:

@@ -22,11 +22,14 @@ class PKBASEQT_EXPORT QPKAboutBox : public QDialog
 
 public:
     /// @param page path of an HTML page, in the file system or compiled in (":/..."); one that cannot be read
-    /// is named in its place @param log_file full path of the log; empty for none
+    /// is named in its place
+    /// @param p_parent the window that the box stands over, and its owner; may be null
+    /// @param log_file full path of the log; empty for none
     explicit QPKAboutBox(
         const QString& page, QWidget* p_parent = nullptr, const QString& log_file = QString());
     ~QPKAboutBox() override;
 
+    /// Full path of the log; empty for none.
     const QString& log_file() const { return m_log_file; }
 
     /// Product, version, build, versions of Qt and of the system, and log file, a line each: what a report

@@ -17,7 +17,9 @@ class PKBASEQT_EXPORT QPKHelpButton : public QPushButton
     Q_PROPERTY(QString helpKey READ helpKey WRITE setHelpKey)
 
 public:
+    /// A button without a key. @p p_parent owns it; may be null.
     explicit QPKHelpButton(QWidget* p_parent = nullptr);
+    /// A button for the page of @p key. @p p_parent owns it; may be null.
     explicit QPKHelpButton(const QString& key, QWidget* p_parent = nullptr);
     ~QPKHelpButton() override;
 

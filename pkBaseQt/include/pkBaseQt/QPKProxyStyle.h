@@ -8,7 +8,7 @@ namespace pkBase {
 
 /**
  * The maker's look on top of the platform's style. Programs derive their own style from it; the application
- * owns the style that it is given.
+ * owns the style that it is given. Main thread.
  */
 class PKBASEQT_EXPORT QPKProxyStyle : public QProxyStyle
 {

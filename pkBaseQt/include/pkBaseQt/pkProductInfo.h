@@ -24,7 +24,9 @@ class PKBASEQT_EXPORT pkProductInfo : public QObject
     Q_OBJECT
 
 public:
+    /// The one object; made at first use.
     static pkProductInfo& instance();
+    /// The same, to look at only.
     static const pkProductInfo& const_instance();
 
     /// Short name, part of file names, for example "TarqTerrain"; "Tarq" until set.

@@ -54,14 +54,22 @@ public:
     /// merged
     virtual bool stackWith(boost::shared_ptr<AbstractCommand> newer);
 
+    /// As shown to the user in the undo list; UTF-8.
     const std::string& name() const { return m_details.name(); }
+    /// Name, description and icon, as the undo list shows them. Not for other threads than the one that runs
+    /// the command.
     const CommandDetails& details() const { return m_details; }
+    /// The command's own number, drawn when it was made.
     const CommandId& id() const { return m_id; }
+    /// The document that it changes.
     const DocumentId& document_id() const { return m_document_id; }
 
     // The undo lists may copy the details in another thread while a run changes them; see the class comment.
+    /// Renames the command in the undo list; UTF-8. In the thread that runs or holds it, as the next three.
     void setName(const std::string& name);
+    /// Sets the text behind the name; UTF-8.
     void setDescription(const std::string& description);
+    /// Sets the picture before the name.
     void setIcon(const QIcon& icon);
     /// Adds @p text to the description, after a comma.
     void appendDescription(const std::string& text);
@@ -89,6 +97,7 @@ public:
     /// The lines that a run of this command leaves in the error log, with one line for each child of a
     /// composite.
     /// @param prefix "DO>" or "UNDO>"
+    /// @param succeeded how the run ended
     std::string protocol(const char* prefix, bool succeeded) const;
 
     /// A new object that does the command; the caller owns it. Also marks the document as modified.
@@ -122,9 +131,13 @@ protected:
     void progress_text(const std::string& text) const;
 
     // Behaviour, set in the constructors of derived commands.
+    /// See validUndo().
     bool m_valid_undo = true;
+    /// See set_document_busy().
     bool m_set_document_busy = true;
+    /// See stackIndenticalCommand().
     bool m_stack_identical = false;
+    /// See shouldClearRedoWhenUndoing().
     bool m_clear_redo_when_undoing = false;
 
     /// A flag that any thread and a signal handler may set; a copy starts with its value.
@@ -132,15 +145,19 @@ protected:
     {
     public:
         CancelFlag() = default;
+        /// Begins with the other's value.
         CancelFlag(const CancelFlag& other)
             : m_value(other.m_value.load())
         { }
+        /// Takes the other's value.
         CancelFlag& operator=(const CancelFlag& other) { return *this = static_cast<bool>(other); }
+        /// Sets or clears the flag.
         CancelFlag& operator=(bool value)
         {
             m_value = value;
             return *this;
         }
+        /// Whether the flag is set.
         operator bool() const { return m_value; }
 
     private:
@@ -170,7 +187,8 @@ private:
     pkBase::AbstractProgress* m_progress = nullptr; // not owned
 };
 
-/// One do run; see AbstractCommand. Copyable.
+/// One do run; see AbstractCommand. Copyable. Runs in the calling thread, without the command manager's
+/// mutex: a host that runs one by itself takes care that nothing else runs on the document.
 class TQ_HK_EXPORT AbstractCommand::Execute : public Runnable
 {
 public:
@@ -185,7 +203,7 @@ private:
     AbstractCommand* m_p_command; // not owned
 };
 
-/// One undo run; see AbstractCommand. Copyable.
+/// One undo run; see AbstractCommand. Copyable. For threads see Execute.
 class TQ_HK_EXPORT AbstractCommand::UnExecute : public Runnable
 {
 public:

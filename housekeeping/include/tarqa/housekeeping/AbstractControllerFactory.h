@@ -19,8 +19,9 @@ extern template class TQ_HK_EXPORT NamedFactory<AbstractController, AbstractCont
 
 namespace tarqa::housekeeping {
 
-/// Makes the controllers, one of each when ControllerManager::init() runs. See NamedFactory for how concrete
-/// factories register and what is thrown.
+/// Makes the controllers, one of each when ControllerManager::init() runs. They belong to the
+/// ControllerManager. See NamedFactory for how concrete factories register, from which threads products are
+/// made, and what is thrown.
 class TQ_HK_EXPORT AbstractControllerFactory
     : public NamedFactory<AbstractController, AbstractControllerFactory>
 {
@@ -33,7 +34,10 @@ public:
     static const char* factory_name() { return "AbstractControllerFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     AbstractControllerFactory(const std::string& name, bool is_default);
 };
 

@@ -29,13 +29,17 @@ public:
     /// The name of the attached image; empty in the base.
     virtual std::string image_name();
 
+    /// Whether the reader has all that it needs; true unless a derived class says otherwise.
     bool is_complete() const { return m_complete; }
+    /// How the reader takes text files apart, in numbers of its own; -1 until set.
     int ascii_import_mode() const { return m_ascii_import_mode; }
+    /// Sets ascii_import_mode().
     void set_ascii_import_mode(int mode) { m_ascii_import_mode = mode; }
     /// The name of this kind in AbstractDataInformationFactory.
     const std::string& key() const { return m_key; }
 
 protected:
+    /// @param key the name of the kind in AbstractDataInformationFactory
     explicit AbstractDataInformation(const std::string& key);
     AbstractDataInformation(const AbstractDataInformation&) = delete;
     AbstractDataInformation& operator=(const AbstractDataInformation&) = delete;
@@ -44,6 +48,7 @@ protected:
     virtual std::istream& serialise(std::istream& stream);
     virtual std::ostream& serialise(std::ostream& stream) const;
 
+    /// What is_complete() says; set by derived classes.
     bool m_complete = true;
 
 private:

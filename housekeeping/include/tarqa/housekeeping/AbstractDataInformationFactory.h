@@ -19,8 +19,9 @@ extern template class TQ_HK_EXPORT NamedFactory<AbstractDataInformation, Abstrac
 
 namespace tarqa::housekeeping {
 
-/// Makes the data informations of data sources, by the kind of file. See NamedFactory for how concrete
-/// factories register and what is thrown.
+/// Makes the data informations of data sources, by the kind of file. They belong to the data sources that
+/// hold them. See NamedFactory for how concrete factories register, from which threads products are made, and
+/// what is thrown.
 class TQ_HK_EXPORT AbstractDataInformationFactory
     : public NamedFactory<AbstractDataInformation, AbstractDataInformationFactory>
 {
@@ -33,7 +34,10 @@ public:
     static const char* factory_name() { return "AbstractDataInformationFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     AbstractDataInformationFactory(const std::string& name, bool is_default);
 };
 

@@ -37,11 +37,14 @@ class TQ_HK_EXPORT AbstractDocument
 public:
     virtual ~AbstractDocument();
 
+    /// True if the model holds no data; also without a model.
     virtual bool empty() const;
+    /// How many items the model holds; 0 without a model.
     virtual unsigned long long size() const;
 
     /// The kind of document; the model's.
     virtual const std::string& document_type() const;
+    /// Removes all data of the model.
     virtual void clear();
 
     /// Called when the document's content is complete. The base's body, which concrete documents call, trims
@@ -50,24 +53,33 @@ public:
 
     /// The document's own busy flag; set and cleared by the document manager's counting only.
     virtual void set_busy(bool busy) = 0;
+    /// Whether the flag is set. Prefer DocumentManager::document_busy(), which any thread may call.
     virtual bool is_busy() const = 0;
+    /// Whether a view is drawing the document just now; the base says no.
     virtual bool beingRendered();
+    /// Whether set_closing() was called.
     virtual bool is_closing() const;
     /// Marks the document as on its way out; there is no way back.
     virtual void set_closing();
+    /// A flag for the host, for the time in which the document's coordinates change; false until set. Nobody
+    /// else looks at it.
     virtual bool is_transforming() const;
+    /// Sets is_transforming().
     virtual void set_transforming(bool transforming);
     /// Asked before a destruction that needs the document's consent; false refuses. Nobody else looks whether
     /// the document is busy.
-    /// @param first the second flag given to DocumentManager::destroy_document(), negated @param second the
-    /// third flag
+    /// @param first the second flag given to DocumentManager::destroy_document(), negated
+    /// @param second the third flag
     virtual bool request_close(bool first, bool second) = 0;
 
     /// Called with true whenever a command is about to run (again) on the document.
     virtual void set_modified(bool modified) = 0;
 
+    /// Sets up the model's database. @param path where; as the model wants it
     virtual void setupDatabase(const QString& path);
+    /// Takes another database into the model's. @param path where that is
     virtual void mergeDatabase(const QString& path);
+    /// Where the model's database is; empty without a model.
     virtual QString getDatabasePath();
 
     /// Called once, when the document is registered and current but has no states yet.
@@ -75,7 +87,9 @@ public:
     /// Called at the end of every change of the title through the data source.
     virtual void title_changed() = 0;
 
+    /// The document's own number, drawn when it was made.
     const DocumentId& id() const { return m_id; }
+    /// As shown to the user; UTF-8. See datasource() for where it comes from.
     const std::string& title() const { return m_title; }
     /// The title without directories and last extension, for narrow places.
     std::string short_title() const;
@@ -85,26 +99,34 @@ public:
     /// The state of a controller; empty, and logged, if there is none of that name.
     boost::shared_ptr<AbstractState> state(const std::string& controller_name) const;
 
+    /// What was done and undone; part of the document. Its lists and sizes may be read from any thread;
+    /// changes are the command manager's.
     AbstractDocumentHistory& document_history() { return m_document_history; }
     const AbstractDocumentHistory& document_history() const { return m_document_history; }
 
+    /// Where the data came from; empty until set.
     boost::shared_ptr<DataSource> datasource() const { return m_datasource; }
     /// Sets where the data came from; the title follows if the source has data information. An empty pointer
     /// is logged and stored.
     void datasource(boost::shared_ptr<DataSource> ds);
+    /// Where the data is to go; empty until set.
     boost::shared_ptr<DataSource> dataExport() const { return m_data_export; }
     /// Sets where the data is to go. An empty pointer is logged and stored.
     void dataExport(boost::shared_ptr<DataSource> ds);
     /// True if the vertical axis of the data source is in units of time.
     bool inTime() const;
 
+    /// Whether the document's data comes from a running program beside this one; short_title() then says so.
+    /// False until set, except for the first document of a program that was started that way.
     bool linked_to_petrel() const { return m_linked_to_petrel; }
     void linked_to_petrel(bool linked) { m_linked_to_petrel = linked; }
 
     /// The document's first temporary directory; made now if there is none.
     /// @throws tarqa::Exception if it cannot be made
     boost::shared_ptr<utilities::TemporaryDirectory> work_dir();
+    /// Adds a directory, which the document keeps as long as it lives.
     void work_dir(boost::shared_ptr<utilities::TemporaryDirectory> directory);
+    /// All temporary directories, the oldest first.
     const std::vector<boost::shared_ptr<utilities::TemporaryDirectory>>& work_directories() const
     {
         return m_work_directories;
@@ -115,7 +137,9 @@ public:
     /// Appends a record that was read from a file.
     void add_history(const std::string& program, const std::string& version, const std::string& user,
         const std::string& name, const std::string& date);
+    /// The records of the runs that saved the file, the oldest first.
     std::vector<DocumentHistory>::const_iterator history_begin() const { return m_history.begin(); }
+    /// The end of these.
     std::vector<DocumentHistory>::const_iterator history_end() const { return m_history.end(); }
 
 protected:
@@ -124,6 +148,7 @@ protected:
     AbstractDocument(const AbstractDocument&) = delete;
     AbstractDocument& operator=(const AbstractDocument&) = delete;
 
+    /// Set once, in the concrete document's constructor.
     boost::shared_ptr<AbstractModel> m_model;
 
 private:

@@ -19,8 +19,9 @@ extern template class TQ_HK_EXPORT NamedFactory<AbstractDocument, AbstractDocume
 
 namespace tarqa::housekeeping {
 
-/// Makes the documents; the document manager asks for the default product. See NamedFactory for how concrete
-/// factories register and what is thrown.
+/// Makes the documents; the document manager asks for the default product. The documents belong to it. See
+/// NamedFactory for how concrete factories register, from which threads products are made, and what is
+/// thrown.
 class TQ_HK_EXPORT AbstractDocumentFactory : public NamedFactory<AbstractDocument, AbstractDocumentFactory>
 {
 public:
@@ -32,7 +33,10 @@ public:
     static const char* factory_name() { return "AbstractDocumentFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     AbstractDocumentFactory(const std::string& name, bool is_default);
 };
 

@@ -42,9 +42,12 @@ public:
 
     /// The details of at most @p n commands, most recent first.
     std::vector<CommandDetails> getUndoCommandDetails(const unsigned long long& n) const;
+    /// The same of the undone commands, the last undone first.
     std::vector<CommandDetails> getRedoCommandDetails(const unsigned long long& n) const;
 
+    /// How many commands can be undone.
     unsigned long long undoSize() const;
+    /// How many commands can be redone.
     unsigned long long redoSize() const;
     /// True if both stacks are empty.
     bool empty() const;

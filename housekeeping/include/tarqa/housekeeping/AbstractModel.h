@@ -15,6 +15,9 @@ class AbstractDocument;
  *
  * The host derives its models from it, makes one (directly or through AbstractModelFactory) and attaches it
  * with set_parent_document(); the document owns it through a shared pointer and it dies with the document.
+ *
+ * It has no lock: it belongs to the main thread and, during the run of a command on its document, to the
+ * thread of that run. parent_document_exists() may be asked from any thread.
  */
 class TQ_HK_EXPORT AbstractModel
 {
@@ -35,9 +38,11 @@ public:
     virtual void set_parent_document(AbstractDocument& document);
     /// The kind of document that the model makes of its owner.
     virtual const std::string& document_type() const = 0;
-    /// Sets up, merges and names the database behind the model, for models that have one.
+    /// Sets up the database behind the model, for models that have one. @param path where it is to be
     virtual void setupDatabase(const QString& path) = 0;
+    /// Takes another database into that one. @param path where the other is
     virtual void mergeDatabase(const QString& path) = 0;
+    /// Where the database is; empty for models that have none.
     virtual QString getDatabasePath() = 0;
 
     /// The id of the document that owns this model; a fresh id of no document until there is one.

@@ -19,8 +19,9 @@ extern template class TQ_HK_EXPORT NamedFactory<AbstractModel, AbstractModelFact
 
 namespace tarqa::housekeeping {
 
-/// Makes the models of documents, for the host's documents to ask. See NamedFactory for how concrete
-/// factories register and what is thrown.
+/// Makes the models of documents, for the host's documents to ask. The models belong to the documents that
+/// hold them. See NamedFactory for how concrete factories register, from which threads products are made, and
+/// what is thrown.
 class TQ_HK_EXPORT AbstractModelFactory : public NamedFactory<AbstractModel, AbstractModelFactory>
 {
 public:
@@ -32,7 +33,10 @@ public:
     static const char* factory_name() { return "AbstractModelFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     AbstractModelFactory(const std::string& name, bool is_default);
 };
 

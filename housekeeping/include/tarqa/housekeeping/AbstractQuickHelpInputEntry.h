@@ -4,12 +4,14 @@
 
 namespace tarqa::housekeeping {
 
-/// A quick-help entry that describes one input binding and is shown in the list of its section.
+/// A quick-help entry that describes one input binding and is shown in the list of its section. Its parent
+/// owns it. Main thread.
 class TQ_HK_EXPORT AbstractQuickHelpInputEntry : public AbstractQuickHelpEntry
 {
     Q_OBJECT
 
 public:
+    /// As AbstractQuickHelpEntry.
     AbstractQuickHelpInputEntry(QObject* parent, const DocumentId& document, const QString& description,
         const QuickHelpSection& section);
     /// Takes the entry out if it is still in a list. A concrete class calls take_out() in its own destructor
@@ -20,7 +22,9 @@ public:
     virtual QString input() const = 0;
 
 protected:
+    /// Puts the entry into the list of its section. @return false for QuickHelpSection::NoSection
     bool attach() override;
+    /// Takes the entry out of the list of its section.
     bool detach() override;
 
     /// Takes the entry out of whatever list holds it; makes no manager where there is none any more.

@@ -18,6 +18,9 @@ class AbstractDocument;
  * update_state() with an empty state (the last document is gone then), nor while the controller is destroyed
  * at shutdown: in the usual order of first use, the controller manager before the document manager, documents
  * go before controllers.
+ *
+ * It has no lock of its own: what a derived state holds is changed under the controller's lock, as the
+ * controller's own data.
  */
 class TQ_HK_EXPORT AbstractState
 {
@@ -31,7 +34,9 @@ public:
     /// Valid as long as the document is; see above.
     AbstractDocument& owner() { return m_owner; }
     const AbstractDocument& owner() const { return m_owner; }
+    /// The id of the owner.
     const DocumentId& document_id() const { return m_document_id; }
+    /// The name of the controller that made the state.
     const std::string& controller_name() const { return m_controller_name; }
 
 private:

@@ -51,16 +51,21 @@ public:
     /// The QML module of the types that the library registers.
     static const char* const QML_NAMESPACE;
 
+    /// The one object; made at first use.
     static ApplicationManager& instance();
+    /// The same, to look at only.
     static const ApplicationManager& const_instance();
 
     // --- start-up, main loop, end
     // -----------------------------------------------------------------------------
 
-    /// Starts up. Qt's own options are taken out of @p argc and @p argv. Asserts that it comes before the
-    /// main window and the main loop; a second call is logged and changes nothing.
-    /// @param name not used @param gui false for a program without windows: it needs no display then, and
-    /// problems are reported without boxes
+    /// Starts up. Asserts that it comes before the main window and the main loop; a second call is logged and
+    /// changes nothing.
+    /// @param argc how many arguments came to main(); Qt's own options are taken out
+    /// @param argv these arguments, which must outlive the program; Qt's own options are taken out
+    /// @param name not used
+    /// @param gui false for a program without windows: it needs no display then, and problems are reported
+    /// without boxes
     void init(int& argc, char**& argv, const char* name, bool gui);
 
     /// The application object, owned here; null and logged before init().
@@ -81,6 +86,7 @@ public:
     void main_loop() const;
     /// Leaves the main loop, with success. Any thread.
     void exit_main_loop() const;
+    /// Leaves the main loop, with success; nothing happens where none runs. Main thread.
     static void quit();
     /// The program and its arguments as they came to init(), with Qt's own options; empty before.
     static QStringList command_line();
@@ -90,6 +96,7 @@ public:
 
     /// Tells the program that the machine goes to sleep or has woken up; the same twice tells nothing.
     void setSuspended(bool suspended);
+    /// Whether the machine is on its way to sleep; false until told.
     bool isSuspended() const { return m_suspended; }
     /// Whether init() was told that the program has windows.
     bool isGuiApp() const { return m_gui_application; }
@@ -106,27 +113,37 @@ public:
     // --- what the graphics can do: found out and stored by the rendering component
     // ----------------------------
 
+    /// Whether OpenGL works at all; false until set, and so in what follows.
     bool glTest() const { return m_gl_test; }
     void setGlTest(bool passed) { m_gl_test = passed; }
+    /// Version of OpenGL, for example 4.6; 0 until set.
     float glVersion() const { return m_gl_version; }
     void setGLVersion(float version) { m_gl_version = version; }
+    /// Name of the renderer, as OpenGL gives it; "???" until set.
     const std::string& glRenderer() const { return m_gl_renderer; }
     void setGlRenderer(const std::string& renderer);
+    /// Whether there is a shading language.
     bool glslAvail() const { return m_glsl_avail; }
     void setGlslAvail(bool available) { m_glsl_avail = available; }
+    /// Version of the shading language, for example 4.6; 0 until set.
     float glslVersion() const { return m_glsl_version; }
     void setGlslVersion(float version) { m_glsl_version = version; }
+    /// Whether there are vertex shaders.
     bool vertShaderAvail() const { return m_vert_shader_avail; }
     void setVertShaderAvail(bool available) { m_vert_shader_avail = available; }
+    /// Whether there are fragment shaders.
     bool fragShaderAvail() const { return m_frag_shader_avail; }
     void setFragShaderAvail(bool available) { m_frag_shader_avail = available; }
+    /// Whether there are geometry shaders.
     bool geomShaderAvail() const { return m_geom_shader_avail; }
     void setGeomShaderAvail(bool available) { m_geom_shader_avail = available; }
+    /// Whether there are floating-point textures.
     bool fpTexturesAvail() const { return m_fp_textures_avail; }
     void setFpTexturesAvail(bool available) { m_fp_textures_avail = available; }
+    /// Whether shaders can draw instances.
     bool shaderInstancingAvail() const { return m_shader_instancing_avail; }
     void setShaderInstancingAvail(bool available) { m_shader_instancing_avail = available; }
-    /// As the rendering component counts it.
+    /// The graphics card's memory, in the unit that the rendering component counts in; 0 until set.
     int totalGraphicsMemory() const { return m_total_graphics_memory; }
     void setTotalGraphicsMemory(int memory) { m_total_graphics_memory = memory; }
 
@@ -141,65 +158,91 @@ public:
     // --- preferences
     // ------------------------------------------------------------------------------------------
 
+    /// Whether lists mark what is visible with an eye; false by default. This and the next ones are the
+    /// host's to act on.
     bool useEyeVisibilityIndicator() const { return m_use_eye_visibility_indicator; }
     void setUseEyeVisibilityIndicator(bool use);
+    /// The user's trade, in numbers of the host's; 0 by default.
     int industrySector() const { return m_industry_sector; }
     void setIndustrySector(int sector);
+    /// Which mouse button does what in the views; three buttons by default.
     MouseMode mouseMode() const { return m_mouse_mode; }
     /// Emits mouseButtonsPreferencesChanged(), whether or not the mode is a new one.
     void setMouseMode(MouseMode mode);
-    /// updateProxySettings() applies it.
+    /// Whether network traffic goes through the system's proxy; true by default. updateProxySettings()
+    /// applies it.
     bool useSystemProxySettings() const { return m_use_system_proxy_settings; }
     void setUseSystemProxySettings(bool use);
+    /// Whether help is shown by the system's web browser; false by default.
     bool useExternalHelpViewer() const { return m_use_external_help_viewer; }
     void setUseExternalHelpViewer(bool use);
+    /// Whether objects are shown with their numbers; true by default.
     bool showEntityIds() const { return m_show_entity_ids; }
     void setShowEntityIds(bool show);
+    /// Whether attributes that are normally hidden are shown; false by default.
     bool showHiddenAttributes() const { return m_show_hidden_attributes; }
     void setShowHiddenAttributes(bool show);
-    /// Deliberately true at every start: what was stored is not read back. So with the next two, which begin
-    /// false.
+    /// Whether new objects get names of their own. Deliberately true at every start: what was stored is not
+    /// read back. So with the next two, which begin false.
     bool createUniqueObjectNames() const { return m_create_unique_object_names; }
     void setCreateUniqueObjectNames(bool create);
+    /// Whether the toolbox picks a tool by itself; false at every start.
     bool useToolboxAutoSelect() const { return m_use_toolbox_auto_select; }
     void setUseToolboxAutoSelect(bool use);
+    /// Whether flow paths are computed the faster way; false at every start.
     bool useOptimizedFlowpaths() const { return m_use_optimized_flowpaths; }
     void setUseOptimizedFlowpaths(bool use);
 
     /// Whether a background task may be started now: the preference, and room in the global thread pool. It
     /// changes with load, so ask just before starting.
     bool useMultiThreading() const;
+    /// Sets the preference; true by default.
     void setUseMultiThreading(bool use);
+    /// Whether views may be drawn by several threads; true by default.
     bool useMultiThreadedRendering() const { return m_use_multithreaded_rendering; }
     void setUseMultiThreadedRendering(bool use);
     /// What the graphics can carry of the quality that was set: the lowest without shader rendering, not the
     /// highest with a software renderer.
     SeismicRenderQuality seismicRenderQuality() const;
+    /// Sets the quality that is wished for; the highest by default.
     void setSeismicRenderQuality(SeismicRenderQuality quality);
 
+    /// Whether the camera flies to a new place instead of jumping; true by default.
     bool animateCameraJumps() const { return m_animate_camera_jumps; }
     void setAnimateCameraJumps(bool animate);
+    /// Whether images are made smaller with care rather than fast; true by default.
     bool hqDownsample() const { return m_hq_downsample; }
     void setHQDownsample(bool downsample);
+    /// The colour behind everything in the views.
     QColor viewBackgroundColour() const { return m_view_background_colour; }
-    /// An invalid colour changes nothing; so with the next one.
+    /// An invalid colour changes nothing.
     void setViewBackgroundColour(const QColor& colour);
+    /// The colour of what is highlighted in the views.
     QColor viewHighlightColour() const { return m_view_highlight_colour; }
+    /// An invalid colour changes nothing.
     void setViewHighlightColour(const QColor& colour);
+    /// Whether what is selected is drawn in the highlight colour; true by default.
     bool useHighlightColourForSelection() const { return m_use_highlight_colour_for_selection; }
     void setUseHighlightColourForSelection(bool use);
+    /// Whether highlighted objects keep their transparency; true by default.
     bool transparencyAffectsHighlight() const { return m_transparency_affects_highlight; }
     void setTransparencyAffectsHighlight(bool affects);
+    /// Whether symbols have a size in the model's units rather than on the screen; false by default.
     bool useMetricSymbolSize() const { return m_use_metric_symbol_size; }
     void setUseMetricSymbolSize(bool use);
+    /// The same for labels; true by default.
     bool useMetricLabelSize() const { return m_use_metric_label_size; }
     void setUseMetricLabelSize(bool use);
+    /// Whether shaders are used where there are some; true by default.
     bool useShaderRendering() const { return m_use_shader_rendering; }
     void setUseShaderRendering(bool use);
+    /// Whether a view has three panels; true by default.
     bool useTriPanelViewFrame() const { return m_use_tri_panel_view_frame; }
     void setUseTriPanelViewFrame(bool use);
+    /// Whether a new view is one in three dimensions; true by default.
     bool use3DViewByDefault() const { return m_use_3d_view_by_default; }
     void setUse3DViewByDefault(bool use);
+    /// As useMetricSymbolSize(), for views in three dimensions; true by default.
     bool useMetricSymbolSize3d() const { return m_use_metric_symbol_size_3d; }
     void setUseMetricSymbolSize3d(bool use);
 
@@ -207,7 +250,7 @@ public:
     QString linkToFFMPEG() const { return m_link_to_ffmpeg; }
     void setLinkToFFMPEG(QString path);
 
-    /// Not stored, false at every start.
+    /// Whether the objects of a document that is opened get new numbers. Not stored, false at every start.
     bool resetIdsOnOpen() const { return m_reset_ids_on_open; }
     void setResetIdsOnOpen(bool reset) { m_reset_ids_on_open = reset; }
 
@@ -227,9 +270,13 @@ public:
     static void testProxySettings();
 
 signals:
+    /// The machine is about to sleep.
     void suspendApplication();
+    /// The machine has woken up.
     void resumeApplication();
+    /// The mouse mode was set; views take their buttons from it.
     void mouseButtonsPreferencesChanged(housekeeping::MouseMode mode);
+    /// As QGuiApplication::lastWindowClosed().
     void lastWindowClosed();
     /// For a host that wants its views to hold still while background threads end; not emitted here.
     void progressThreadWait();

@@ -5,7 +5,8 @@
 namespace tarqa::housekeeping {
 
 /// Unwinds a command that the user cancelled. Not an error: nothing is shown, and it writes nothing in a log.
-/// Thrown out of an undo, which cannot be cancelled, it is fatal all the same and shown with its text.
+/// Thrown out of an undo, which cannot be cancelled, it is fatal all the same and shown with its text. A
+/// plain value; used in the thread of the run.
 class TQ_HK_EXPORT CancelCommandException
     : public ExceptionTemplate<HousekeepingException, HousekeepingExceptionTag>
 {
@@ -18,6 +19,7 @@ public:
     ~CancelCommandException() override;
     /// Writes nothing, deliberately.
     void log_information(std::ostream& stream) const override;
+    /// The text of the cause.
     const char* what() const override;
 };
 

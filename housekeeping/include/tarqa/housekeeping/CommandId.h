@@ -5,7 +5,8 @@
 
 namespace tarqa::housekeeping {
 
-/// Names a command; handed out by the CommandManager, or built from a number. See Identifier.
+/// Names a command; handed out by the CommandManager, or built from a number. A plain value; see
+/// Identifier.
 class TQ_HK_EXPORT CommandId : public Identifier<CommandId>
 {
 private:

@@ -33,7 +33,9 @@ class TQ_HK_EXPORT CommandManager
     Q_DECLARE_TR_FUNCTIONS(tarqa::housekeeping::CommandManager)
 
 public:
+    /// The one object; made at first use.
     static CommandManager& instance();
+    /// The same, to look at only.
     static const CommandManager& const_instance();
 
     /// A fresh id. Any thread.
@@ -41,6 +43,7 @@ public:
 
     /// Records a new command in its document's history and runs it. A null command is logged and ignored;
     /// after finish() nothing happens.
+    /// @param sp_command belongs to the history afterwards, as long as it can be undone or redone
     /// @param ignored kept for callers, without effect
     /// @throws HousekeepingException (1014) if the document does not exist
     void insert(boost::shared_ptr<AbstractCommand> sp_command, bool ignored);

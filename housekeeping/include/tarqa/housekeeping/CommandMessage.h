@@ -22,6 +22,7 @@ class TQ_HK_EXPORT CommandMessage : public MessageFamily<CommandMessage>
     Q_OBJECT
 
 public:
+    /// How the run ended.
     enum CommandType : int
     {
         Done = 0, ///< done or redone, and succeeded
@@ -29,6 +30,7 @@ public:
         Failed = 3 ///< done or redone, and failed or was cancelled; 2 is never sent
     };
 
+    /// The text that slots and signals name the class by; see MessageFamily.
     static const char* type_name() { return "housekeeping::CommandMessage"; }
 
     CommandMessage();
@@ -40,17 +42,22 @@ public:
     /// Null, and logged ("m_p_command"), if no command was stored.
     const AbstractCommand* command() const;
 
+    /// How the run ended.
     void command_type(CommandType type) { m_command_type = type; }
     CommandType command_type() const { return m_command_type; }
+    /// The id of the command.
     void id(CommandId id) { m_id = id; }
     CommandId id() const { return m_id; }
+    /// The document that the command worked on.
     void document_id(DocumentId id) { m_document_id = id; }
     DocumentId document_id() const { return m_document_id; }
+    /// Says that the run repeats something that was undone.
     void setAsRedoCommand(bool redo) { m_redo = redo; }
     /// True for a redo, false for a first execution.
     bool isRedoCommand() const { return m_redo; }
 
 signals:
+    /// Carries each message to the subscribers; connected by subscribe(), emitted by dispatch().
     void message_dispatched(housekeeping::CommandMessage&);
 
 private:

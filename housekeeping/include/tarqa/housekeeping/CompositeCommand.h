@@ -36,6 +36,9 @@ public:
     /// A child and whether it is done and not undone.
     typedef std::vector<std::pair<boost::shared_ptr<AbstractCommand>, bool>> Commands;
 
+    /// @param document_id the document to change, by the children too
+    /// @param name as shown to the user
+    /// @param stack_identical whether it may be merged with a composite next to it in the history
     CompositeCommand(const DocumentId& document_id, const std::string& name, bool stack_identical);
     CompositeCommand(const CompositeCommand&);
     CompositeCommand& operator=(const CompositeCommand&);
@@ -49,7 +52,9 @@ public:
 
     /// Adds a child; a null one is logged and ignored.
     void push_back(boost::shared_ptr<AbstractCommand> command);
+    /// The children, in the order of insertion.
     const Commands& commands() const { return m_commands; }
+    /// Forgets the children. Not while the composite runs, and not after it ran: undo would do nothing.
     void clear();
 
 protected:

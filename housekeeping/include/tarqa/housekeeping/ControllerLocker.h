@@ -20,6 +20,7 @@ class AbstractController;
 class TQ_HK_EXPORT ControllerLocker
 {
 public:
+    /// Waits for the lock of @p controller, which must outlive the locker, and takes it. Any thread.
     explicit ControllerLocker(AbstractController& controller);
     /// Passes on what a view throws, after the lock is released; while another exception unwinds it is logged
     /// instead.

@@ -23,7 +23,9 @@ class AbstractController;
 class TQ_HK_EXPORT ControllerManager
 {
 public:
+    /// The one object; made at first use.
     static ControllerManager& instance();
+    /// The same, to look at only.
     static const ControllerManager& const_instance();
 
     /// Makes and names one controller of every registered product, in the order of registration. A second

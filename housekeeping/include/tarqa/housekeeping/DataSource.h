@@ -50,21 +50,28 @@ public:
     /// Several files: the display key is the first one, the url stays empty.
     DataSource(const std::vector<std::string>& files, boost::shared_ptr<AbstractDataInformation> information);
 
+    /// The reader's own settings; may be empty.
     boost::shared_ptr<AbstractDataInformation> data_information() const { return m_data_information; }
+    /// The file, for a single one; empty for none and for several.
     const std::string& url() const { return m_url; }
+    /// All files.
     const std::vector<std::string>& urls() const { return m_urls; }
     /// The kind of the data information; "" without one.
     std::string key() const;
 
+    /// What the source is called for users.
     const std::string& ds_key() const { return m_ds_key; }
     /// Names the source for display; an empty @p key is ignored.
     void ds_key(const std::string& key);
 
+    /// What the z values mean.
     void z_sign(Sign sign) { m_z_sign = sign; }
     Sign z_sign() const { return m_z_sign; }
+    /// The unit of the z values.
     void z_units(Units units) { m_z_units = units; }
     /// As unitsFromString().
     void z_units(const QString& text) { z_units(unitsFromString(text)); }
+    /// The unit of the z values.
     Units z_units() const { return m_z_units; }
     /// "depth" or "elevation".
     QString z_sign_string() const;

@@ -14,6 +14,7 @@ class TQ_HK_EXPORT DocumentHistoryMsg : public MessageFamily<DocumentHistoryMsg>
     Q_OBJECT
 
 public:
+    /// The text that slots and signals name the class by; see MessageFamily.
     static const char* type_name() { return "housekeeping::DocumentHistoryMsg"; }
 
     DocumentHistoryMsg();
@@ -21,6 +22,7 @@ public:
     ~DocumentHistoryMsg() override;
 
 signals:
+    /// Carries each message to the subscribers; connected by subscribe(), emitted by dispatch().
     void message_dispatched(housekeeping::DocumentHistoryMsg&);
 
 private:

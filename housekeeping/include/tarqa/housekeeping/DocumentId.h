@@ -5,7 +5,8 @@
 
 namespace tarqa::housekeeping {
 
-/// Names a document; handed out by the DocumentManager, or built from a number. See Identifier.
+/// Names a document; handed out by the DocumentManager, or built from a number. A plain value; see
+/// Identifier.
 class TQ_HK_EXPORT DocumentId : public Identifier<DocumentId>
 {
 private:

@@ -42,7 +42,9 @@ class TQ_HK_EXPORT DocumentManager : public QObject, public utilities::IdCreator
     Q_OBJECT
 
 public:
+    /// The one object; made at first use.
     static DocumentManager& instance();
+    /// The same, to look at only.
     static const DocumentManager& const_instance();
 
     /// A fresh id; every call uses up a number. Any thread.
@@ -67,10 +69,12 @@ public:
     /// The current document's state for a controller; empty if there is no current document.
     boost::shared_ptr<AbstractState> current_state(const std::string& controller_name) const;
 
+    /// True if the id is registered; closing documents count. Any thread.
     bool document_exists(const DocumentId& id) const;
     /// @throws HousekeepingException (1014, "Document does not exist") if the id is not registered
     AbstractDocument& document_from_id(const DocumentId& id);
     const AbstractDocument& document_from_id(const DocumentId& id) const;
+    /// How many documents are registered. Any thread.
     unsigned long long num_documents() const;
     /// The id of the first document of the process; null before.
     DocumentId first_id() const;
@@ -79,6 +83,10 @@ public:
      * Destroys a document, after asking it with request_close(!second, third) unless @p skip_consent is set.
      * Sends Destroyed before it goes and CurrentChanged if a document is current afterwards. Busy marks are
      * not looked at, and stay: only the document can refuse while it is busy.
+     * @param id the document to destroy
+     * @param skip_consent true to destroy it without asking it
+     * @param second handed to the document negated, as its request_close() wants it
+     * @param third handed to the document as it is
      * @param next_current the document that becomes current if the destroyed one was; null: the first one in
      * the order of ids
      * @return false if the document refused, and nothing has changed then; true otherwise, also if it is not

@@ -34,7 +34,9 @@ public:
     /// Ends the main loop; called in the thread of the fatal error.
     typedef void (*ExitMainLoop)();
 
+    /// The one object; made at first use.
     static ErrorHandler& instance();
+    /// The same, to look at only.
     static const ErrorHandler& const_instance();
 
     /// Reports an error that ends the program: logs it, shows it over the active window and offers to save
@@ -64,8 +66,9 @@ public:
     QMessageBox::StandardButton message(
         const std::string& title, const std::exception& exception, QMessageBox::StandardButtons buttons);
 
-    /// Log only; nothing is shown.
+    /// Logs a line about a command; nothing is shown.
     void report_command(const std::string& text);
+    /// Logs the description of an exception; nothing is shown.
     void report_exception(const std::string& text);
     void report_exception(const tarqa::Exception& exception);
     void report_exception(const std::exception& exception);

@@ -36,7 +36,9 @@ namespace tarqa::housekeeping {
 class TQ_HK_EXPORT ErrorProtocol
 {
 public:
+    /// The one object; made at first use. After its destruction one that drops every entry.
     static ErrorProtocol& instance();
+    /// The same, to look at only.
     static const ErrorProtocol& const_instance();
 
     /// Full path of the log file; empty after the log's destruction.

@@ -36,11 +36,14 @@ public:
     ErrorProtocolOutput& operator<<(unsigned long long number);
 
     // The overload above hides the stream's own, and would take every number of another type: forward these.
+    /// Writes the number in decimal.
     ErrorProtocolOutput& operator<<(unsigned long number) { return forward(number); }
+    /// Applies a manipulator, std::endl for example.
     ErrorProtocolOutput& operator<<(std::ostream& (*manipulator)(std::ostream&))
     {
         return forward(manipulator);
     }
+    /// Writes whatever a stream writes.
     template <class T>
     ErrorProtocolOutput& operator<<(const T& value) &
     {

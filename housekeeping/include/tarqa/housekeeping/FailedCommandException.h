@@ -4,7 +4,8 @@
 
 namespace tarqa::housekeeping {
 
-/// An expected failure of a command: it is shown to the user and the command is rolled back.
+/// An expected failure of a command: it is shown to the user and the command is rolled back. A plain
+/// value; used in the thread of the run, which shows nothing but on the main thread (see ErrorHandler).
 class TQ_HK_EXPORT FailedCommandException : public HousekeepingException
 {
 public:
@@ -17,7 +18,9 @@ public:
     FailedCommandException& operator=(const FailedCommandException&);
 
     ~FailedCommandException() override;
+    /// As tarqa::Exception.
     void log_information(std::ostream& stream) const override;
+    /// As tarqa::Exception.
     const char* what() const override;
 };
 

@@ -5,16 +5,17 @@
 
 namespace tarqa::housekeeping {
 
-/// Tell the exception types apart; never instantiated.
+/// Tells HousekeepingException from the other exception types; never instantiated.
 struct TQ_HK_EXPORT HousekeepingTag
 { };
+/// Tells the exceptions that derive from HousekeepingException from it; never instantiated.
 struct TQ_HK_EXPORT HousekeepingExceptionTag
 { };
 
 /**
  * The framework's own failures: what callers must handle. The codes that the framework throws are 2 (an
  * unknown error in a command), 1014 (no such document), 1028 (a command was cancelled) and 7006 (a document
- * without a model, a composite command that was broken off).
+ * without a model, a composite command that was broken off). A plain value, as tarqa::Exception.
  */
 typedef ExceptionTemplate<Exception, HousekeepingTag> HousekeepingException;
 

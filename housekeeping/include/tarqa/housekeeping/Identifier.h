@@ -22,14 +22,18 @@ template <class Id>
 class Identifier
 {
 public:
+    /// The identifier of nothing; its number is 0.
     static Id null() { return Id(0); }
+    /// The identifier of that number.
     static Id build(unsigned long long number) { return Id(number); }
 
+    /// The number.
     unsigned long long getId() const { return m_id; }
 
     /// The number in decimal. @throws boost::bad_lexical_cast if the conversion fails
     std::string getString() const { return boost::lexical_cast<std::string>(m_id); }
 
+    /// Identifiers compare as their numbers do.
     bool operator==(const Id& other) const { return m_id == other.getId(); }
     bool operator!=(const Id& other) const { return m_id != other.getId(); }
     bool operator<(const Id& other) const { return m_id < other.getId(); }
@@ -37,6 +41,7 @@ public:
     bool operator>(const Id& other) const { return m_id > other.getId(); }
     bool operator>=(const Id& other) const { return m_id >= other.getId(); }
 
+    /// The same with a number.
     bool operator==(unsigned long long number) const { return m_id == number; }
     bool operator!=(unsigned long long number) const { return m_id != number; }
     bool operator<(unsigned long long number) const { return m_id < number; }
@@ -44,6 +49,7 @@ public:
     bool operator>(unsigned long long number) const { return m_id > number; }
     bool operator>=(unsigned long long number) const { return m_id >= number; }
 
+    /// Writes the number in decimal.
     friend std::ostream& operator<<(std::ostream& stream, const Id& id) { return stream << id.getId(); }
 
     /// Leaves @p id alone if no number can be read.
@@ -75,6 +81,7 @@ public:
     }
 
 protected:
+    /// @param id the number
     explicit Identifier(unsigned long long id)
         : m_id(id)
     { }

@@ -6,7 +6,7 @@
 
 namespace tarqa::housekeeping {
 
-/// A file or directory that cannot be used; carries the faulty path.
+/// A file or directory that cannot be used; carries the faulty path. A plain value, as its base.
 class TQ_HK_EXPORT InvalidPath : public HousekeepingException
 {
 public:
@@ -23,8 +23,10 @@ public:
     ~InvalidPath() override;
     /// The base's text, then a line with the path in double quotes.
     void log_information(std::ostream& stream) const override;
+    /// The message, without the path.
     const char* what() const override;
 
+    /// The path that cannot be used, UTF-8.
     const std::string& path() const { return m_path; }
 
 private:

@@ -37,6 +37,7 @@ public:
     /// second call changes nothing. Main thread, at start-up; handlers that are installed later come first.
     /// @return false if it cannot be done: the log has no file, or its path is too long
     static bool enable();
+    /// Whether enable() has succeeded. Any thread.
     static bool is_enabled();
 
     /// The file that this program would leave; empty until enable() was called. Any thread.

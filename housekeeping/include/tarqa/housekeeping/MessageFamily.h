@@ -46,7 +46,9 @@ public:
 
     /**
      * Connects a slot of @p receiver to the messages of this class; each call makes a connection of its own.
-     * @param slot a SLOT() text @param type normally Qt::AutoConnection
+     * @param receiver must not be null; the connection goes when it is deleted
+     * @param slot a SLOT() text
+     * @param type normally Qt::AutoConnection
      * @return false if the receiver has no such slot (Qt prints a warning)
      */
     static bool subscribe(const QObject* receiver, const char* slot, Qt::ConnectionType type)
@@ -68,7 +70,9 @@ public:
     }
 
     using Message::dispatch;
+    /// As Message says.
     void dispatch() override { class_instance()->class_instance_dispatch(static_cast<X*>(this)); }
+    /// As Message says.
     void post() override { MessageHandler::instance().post(this); }
 
 protected:

@@ -31,7 +31,10 @@ class TQ_HK_EXPORT MessageHandler : public QObject
     Q_OBJECT
 
 public:
+    /// The one object; made at first use, which belongs to the main thread. After its destruction one that
+    /// drops what is posted.
     static MessageHandler& instance();
+    /// The same, to look at only.
     static const MessageHandler& const_instance();
 
     /// Takes @p msg over and deletes it after its delivery. Does not check it; a null message is logged when

@@ -32,6 +32,7 @@ template <class Product, class Factory>
 class NamedFactory : public pkBase::pkAbstractFactory
 {
 public:
+    /// The factories by the names of their products. Not owned: they are objects at namespace scope.
     typedef std::map<std::string, Factory*> Registry;
 
     ~NamedFactory() override = default;
@@ -57,7 +58,9 @@ public:
 
     /// The registered names in the order of registration, which is that of static construction.
     static std::vector<std::string> products() { return registry_str(); }
+    /// The first of these names. Valid as long as nothing registers.
     static std::vector<std::string>::const_iterator products_begin() { return registry_str().begin(); }
+    /// The end of these names.
     static std::vector<std::string>::const_iterator products_end() { return registry_str().end(); }
 
 protected:
@@ -78,17 +81,22 @@ protected:
     NamedFactory(const NamedFactory&) = default;
     NamedFactory& operator=(const NamedFactory&) = default;
 
-    // Made at first use and leaked: they work from every static constructor and destructor.
+    // The next three are made at first use and leaked: they work from every static constructor and
+    // destructor.
+
+    /// All factories of this family.
     static Registry& registry()
     {
         static Registry* const s_p_registry = new Registry;
         return *s_p_registry;
     }
+    /// The names of their products in the order of registration.
     static std::vector<std::string>& registry_str()
     {
         static std::vector<std::string>* const s_p_names = new std::vector<std::string>;
         return *s_p_names;
     }
+    /// The name of the default product; empty if nobody registered as such.
     static std::string& default_product()
     {
         static std::string* const s_p_name = new std::string;

@@ -27,9 +27,11 @@ public:
 
     /// A command begins to run on a document. A command that is running already begins anew.
     void command_started(CommandId command, DocumentId document);
-    /// @param percentage 0 to 100; more counts as 100. Ignored unless the command is running.
+    /// Says how far a command has come. Ignored unless it is running.
+    /// @param command which one
+    /// @param percentage 0 to 100; more counts as 100
     void command_progress(CommandId command, unsigned long long percentage);
-    /// Ignored unless the command is running.
+    /// A command has ended, however it ended. Ignored unless it is running.
     void command_finished(CommandId command);
 
     /// How far the command has come, in percent; 0 if it is not running.

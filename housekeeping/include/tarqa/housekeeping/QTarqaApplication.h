@@ -36,7 +36,9 @@ public:
     bool notify(QObject* p_receiver, QEvent* p_event) override;
 
     /// Looks at the power events among the operating system's messages. Asserts the message.
-    /// @param p_result not used @return true if the message was a power event and is dealt with
+    /// @param p_message the operating system's; must not be null
+    /// @param p_result not used
+    /// @return true if the message was a power event and is dealt with
     virtual bool winEventFilter(MSG* p_message, long* p_result);
 
 private:

@@ -23,6 +23,7 @@ public:
     explicit QmlButtonController(QObject* p_parent = nullptr);
     ~QmlButtonController() override;
 
+    /// Whether the scene shows the button; true until set.
     bool visible() const;
     /// Where the button stands, in the scene's units; null until it is set.
     QRectF geometry();
@@ -34,7 +35,9 @@ public slots:
     void setGeometry(QRectF geometry);
 
 signals:
+    /// The button is to be shown or hidden.
     void visibleChanged(bool visible);
+    /// The button has another place.
     void geometryChanged(QRectF geometry);
     /// The user pressed the button. Emitted by the scene, or by the host on its behalf.
     void clicked();

@@ -14,11 +14,14 @@ class TQ_HK_EXPORT QuickHelpInputModelFilter : public QSortFilterProxyModel
     Q_OBJECT
 
 public:
+    /// @param document whose entries are shown @param parent owns the filter; may be null
     QuickHelpInputModelFilter(const DocumentId& document, QObject* parent);
 
+    /// Shows another document's entries from now on.
     void setDocId(const DocumentId& document);
 
 protected:
+    /// Whether the entry is visible and belongs to the document or to none.
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 
 private:

@@ -36,13 +36,17 @@ public:
     /// Returned wherever there is no text.
     static const QString EMPTY;
 
+    /// The one object; made at first use.
     static QuickHelpManager& instance();
+    /// The same, to look at only.
     static const QuickHelpManager& const_instance();
 
+    /// A fresh number for an entry; every call uses one up.
     QuickHelpEntryId createNextId();
 
     /// @return false for null, for a section without a list, and for an entry that is in the list already
     bool addToModel(AbstractQuickHelpInputEntry* p_entry);
+    /// Takes an entry out of the list of a section. @return false if it is not there
     bool removeFromModel(const QuickHelpSection& section, QuickHelpEntryId id);
 
     /// Adding twice is harmless and signals again. @return true
@@ -51,8 +55,10 @@ public:
     bool removeTitle(const DocumentId& document, QuickHelpTitleEntry* p_entry);
     /// As for titles; the announced text is the added entry's own.
     bool addDescription(const DocumentId& document, QuickHelpDescriptionEntry* p_entry);
+    /// As for titles.
     bool removeDescription(const DocumentId& document, QuickHelpDescriptionEntry* p_entry);
 
+    /// The text of the title that was added last; empty if there is none.
     const QString& title(const DocumentId& document) const;
     /// Empty if the last added description is invisible; deliberately no older one takes its place.
     const QString& description(const DocumentId& document) const;
@@ -61,7 +67,10 @@ public:
     QAbstractListModel* sectionModel(const QuickHelpSection& section);
 
 signals:
+    /// @p title is what title() gives now, or an added entry's own text; for the null document it may concern
+    /// every document.
     void titleChanged(const DocumentId& documentId, const QString& title);
+    /// The same for descriptions.
     void descriptionChanged(const DocumentId& documentId, const QString& description);
 
 protected:

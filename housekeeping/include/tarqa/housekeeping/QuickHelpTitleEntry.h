@@ -4,17 +4,23 @@
 
 namespace tarqa::housekeeping {
 
-/// The title of a document's quick help; its section is deliberately CurrentTool.
+/// The title of a document's quick help; its section is deliberately CurrentTool. Its parent
+/// owns it. Main thread.
 class TQ_HK_EXPORT QuickHelpTitleEntry : public AbstractQuickHelpEntry
 {
     Q_OBJECT
 
 public:
+    /// @param parent owns the entry; may be null
+    /// @param document the document that it describes; null for all
+    /// @param title the text itself
     QuickHelpTitleEntry(QObject* parent, const DocumentId& document, const QString& title);
     ~QuickHelpTitleEntry() override;
 
 protected:
+    /// Hands the entry to the manager.
     bool attach() override;
+    /// Takes the entry out of the manager.
     bool detach() override;
 };
 

@@ -28,10 +28,14 @@ class TestAccess;
 class TQ_HK_EXPORT RecentDocumentsQueue
 {
 public:
+    /// The entries, the oldest at the front.
     typedef std::deque<boost::shared_ptr<DataSource>> Queue;
+    /// For looking at the entries.
     typedef Queue::const_iterator const_iterator;
 
+    /// The one object; made at first use.
     static RecentDocumentsQueue& instance();
+    /// The same, to look at only.
     static const RecentDocumentsQueue& const_instance();
 
     /// Makes @p ds the newest entry, in place of one with the same URL; the oldest entry goes if there are
@@ -44,7 +48,9 @@ public:
     boost::shared_ptr<DataSource> at(unsigned long long i) const;
     /// From the oldest to the newest.
     const_iterator begin() const { return m_queue.begin(); }
+    /// Behind the newest.
     const_iterator end() const { return m_queue.end(); }
+    /// How many entries there are.
     unsigned long long size() const { return m_queue.size(); }
 
     /// How many entries are kept, 20 until set. From the next push on, which drops one entry at most.

@@ -21,6 +21,7 @@ namespace tarqa::housekeeping {
 class TQ_HK_EXPORT ThreadLocal
 {
 public:
+    /// The one object. The first call makes it, and must come from the main thread.
     static ThreadLocal& instance();
 
     /// The calling thread's number; given out when the thread first asks and kept until the thread ends.

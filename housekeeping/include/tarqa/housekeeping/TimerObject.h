@@ -26,6 +26,7 @@ namespace tarqa::housekeeping {
 class TQ_HK_EXPORT TimerObject
 {
 public:
+    /// Starts to measure. @param task the name in the report
     explicit TimerObject(const QString& task);
     TimerObject(const TimerObject&);
     TimerObject& operator=(const TimerObject&);

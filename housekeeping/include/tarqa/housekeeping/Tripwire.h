@@ -31,6 +31,7 @@ public:
     static void enable();
     /// Forgets what it knows, and watches no more.
     static void disable();
+    /// Whether it watches just now.
     static bool enabled();
 };
 

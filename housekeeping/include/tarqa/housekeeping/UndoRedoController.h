@@ -28,6 +28,7 @@ public:
     class TQ_HK_EXPORT State : public AbstractState
     {
     public:
+        /// As AbstractState.
         State(AbstractDocument& document, DocumentId id, std::string controller_name);
         State(const State&);
         ~State() override;
@@ -52,10 +53,12 @@ public:
 
     /// How many commands can be undone. Asserts that there is a state.
     unsigned long long undo_count() const;
+    /// How many commands can be redone. Asserts that there is a state.
     unsigned long long redo_count() const;
 
     /// The details of at most @p n commands, most recent first. Asserts that there is a state.
     std::vector<CommandDetails> getUndoCommandDetails(const unsigned long long& n) const;
+    /// The same of what can be redone, the last undone first.
     std::vector<CommandDetails> getRedoCommandDetails(const unsigned long long& n) const;
 
 private slots:

@@ -7,7 +7,8 @@
 
 namespace tarqa::housekeeping {
 
-/// Registers the UndoRedoController; the library holds the one object.
+/// Registers the UndoRedoController; the library holds the one object, which
+/// registers while the program loads.
 class TQ_HK_EXPORT UndoRedoControllerFactory : public AbstractControllerFactory
 {
 public:

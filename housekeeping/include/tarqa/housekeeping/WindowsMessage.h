@@ -7,12 +7,14 @@
 #else
 #include <QtCore/QtGlobal>
 
+/// The first fields of the operating system's message, for systems that have none.
 struct tagMSG
 {
-    void* hwnd = nullptr;
-    unsigned int message = 0;
-    quintptr wParam = 0;
-    qintptr lParam = 0;
+    void* hwnd = nullptr; ///< the window that the message is for
+    unsigned int message = 0; ///< which message it is
+    quintptr wParam = 0; ///< its first argument
+    qintptr lParam = 0; ///< its second argument
 };
+/// As the operating system names it.
 typedef tagMSG MSG;
 #endif

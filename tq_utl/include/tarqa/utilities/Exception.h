@@ -46,9 +46,13 @@ public:
     /// The message; valid as long as the exception is neither destroyed nor assigned to.
     virtual const char* what() const;
 
+    /// The error code; callers may look at it, users see the message.
     unsigned int code() const { return m_code; }
+    /// What went wrong, for the user; UTF-8.
     const std::string& message() const { return m_message; }
+    /// Source file of the throw.
     const std::string& file() const { return m_file; }
+    /// Source line of the throw.
     unsigned int line() const { return m_line; }
 
     /// Appends a catch point to the trail: call it where the exception is caught and passed on.

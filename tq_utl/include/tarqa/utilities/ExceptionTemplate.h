@@ -10,7 +10,7 @@ namespace tarqa {
 /**
  * Makes a distinct exception type out of @p Base; @p Tag, an empty type, only tells the types apart. Behaves
  * exactly as its base. A library that throws one instantiates it explicitly and exports it, so that every
- * module sees one and the same type.
+ * module sees one and the same type. A plain value without locks, as its base.
  */
 template <class Base, class Tag>
 class ExceptionTemplate : public Base
@@ -30,7 +30,9 @@ public:
     ExceptionTemplate& operator=(const ExceptionTemplate&) = default;
 
     ~ExceptionTemplate() override = default;
+    /// As the base's.
     void log_information(std::ostream& stream) const override { Base::log_information(stream); }
+    /// As the base's.
     const char* what() const override { return Base::what(); }
 
 protected:

@@ -17,6 +17,7 @@ public:
     IdCreator& operator=(const IdCreator&) = delete;
     virtual ~IdCreator();
 
+    /// The next number.
     unsigned long long createNextId();
 
 private:

@@ -42,12 +42,16 @@ class TQ_HK_EXPORT AbstractMainWindow : public QMainWindow
     Q_OBJECT
 
 public:
+    /// Becomes instance().
+    /// @param p_parent owns the window; normally null
+    /// @param flags as QMainWindow takes them
     explicit AbstractMainWindow(QWidget* p_parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
     /// Leaves instance() pointing to where the window was.
     ~AbstractMainWindow() override;
 
     /// The main window made last; null, and logged, if there was none.
     static AbstractMainWindow* instance();
+    /// Whether a main window was made; logs nothing. True also when it is gone.
     static bool hasInstance();
 
     /// Adds a panel, docked or, if it floated when the settings were written, floating. The text is not used:
@@ -89,9 +93,12 @@ protected:
     /// Puts the panel of a floating window back when the window is closed.
     bool eventFilter(QObject* p_watched, QEvent* p_event) override;
 
+    /// Floating windows, each with its panel.
     typedef std::vector<std::pair<ChildDockWidget*, QWidget*>> FloatingPanels;
 
+    /// The docked panels, a page each.
     QStackedWidget* m_panelStack = nullptr; // made and owned by the derived class
+    /// A tab for each of them, in the user's order.
     QTabBar* m_panelTabBar = nullptr; // made and owned by the derived class
     /// In the order in which they were torn off. Windows are children; panels belong to their windows.
     FloatingPanels m_floatingPanels;

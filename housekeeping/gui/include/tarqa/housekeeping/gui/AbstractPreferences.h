@@ -22,6 +22,7 @@ class TQ_HK_EXPORT AbstractPreferences : public QWidget
     Q_OBJECT
 
 public:
+    /// @param p_parent null: the dialog takes the page over
     explicit AbstractPreferences(QWidget* p_parent = nullptr);
     ~AbstractPreferences() override;
 

@@ -19,8 +19,8 @@ extern template class TQ_HK_EXPORT NamedFactory<gui::AbstractPreferences, gui::A
 
 namespace tarqa::housekeeping::gui {
 
-/// Makes the pages of the preferences dialog. See NamedFactory for how concrete factories register and what
-/// is thrown.
+/// Makes the pages of the preferences dialog. The pages belong to the dialog. See NamedFactory for how
+/// concrete factories register, from which threads products are made, and what is thrown.
 class TQ_HK_EXPORT AbstractPreferencesFactory
     : public NamedFactory<AbstractPreferences, AbstractPreferencesFactory>
 {
@@ -33,7 +33,10 @@ public:
     static const char* factory_name() { return "AbstractPreferencesFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     AbstractPreferencesFactory(const std::string& name, bool is_default);
 };
 

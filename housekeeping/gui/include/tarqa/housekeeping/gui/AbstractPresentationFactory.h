@@ -19,8 +19,8 @@ extern template class TQ_HK_EXPORT NamedFactory<gui::AbstractPresentation, gui::
 
 namespace tarqa::housekeeping::gui {
 
-/// Makes the presentations, one of each at start-up. See NamedFactory for how concrete factories register and
-/// what is thrown.
+/// Makes the presentations, one of each at start-up. They belong to the PresentationManager. See NamedFactory
+/// for how concrete factories register, from which threads products are made, and what is thrown.
 class TQ_HK_EXPORT AbstractPresentationFactory
     : public NamedFactory<AbstractPresentation, AbstractPresentationFactory>
 {
@@ -33,7 +33,10 @@ public:
     static const char* factory_name() { return "AbstractPresentationFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     AbstractPresentationFactory(const std::string& name, bool is_default);
 };
 

@@ -18,6 +18,7 @@ class TQ_HK_EXPORT ChildDockWidget : public QWidget
     Q_OBJECT
 
 public:
+    /// @param title the panel's @param p_parent owns the window
     ChildDockWidget(const QString& title, AbstractMainWindow* p_parent);
     ~ChildDockWidget() override;
 

@@ -17,6 +17,7 @@ class TQ_HK_EXPORT HelpLauncher : public QObject
     Q_OBJECT
 
 public:
+    /// @param p_parent null: the launcher is held by a shared pointer
     explicit HelpLauncher(QObject* p_parent = nullptr);
     ~HelpLauncher() override;
 

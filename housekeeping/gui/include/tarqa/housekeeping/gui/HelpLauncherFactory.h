@@ -19,8 +19,8 @@ extern template class TQ_HK_EXPORT NamedFactory<gui::HelpLauncher, gui::HelpLaun
 
 namespace tarqa::housekeeping::gui {
 
-/// Makes the launcher of the host's help. See NamedFactory for how concrete factories register and what is
-/// thrown.
+/// Makes the launcher of the host's help. It belongs to whoever asked, the HelpManager. See NamedFactory for
+/// how concrete factories register, from which threads products are made, and what is thrown.
 class TQ_HK_EXPORT HelpLauncherFactory : public NamedFactory<HelpLauncher, HelpLauncherFactory>
 {
 public:
@@ -32,7 +32,10 @@ public:
     static const char* factory_name() { return "HelpLauncherFactory"; }
 
 protected:
-    /// @param name the product's name @param is_default whether it becomes the default product
+    /// Registers the concrete factory, while the program loads.
+    /// @param name the product's name
+    /// @param is_default whether it becomes the default product
+    /// @throws std::runtime_error if the name is taken
     HelpLauncherFactory(const std::string& name, bool is_default);
 };
 

@@ -42,13 +42,17 @@ class TQ_HK_EXPORT HelpManager : public QObject
     Q_OBJECT
 
 public:
+    /// The one object; made at first use.
     static HelpManager& instance();
+    /// The same, to look at only.
     static const HelpManager& const_instance();
 
     /// What "Contents" opens: a help key or page. An empty one stands for the table of contents,
     /// "TARQ_CONTENTS", which it is until set.
     void setCurrPath(const QString& path);
+    /// Lets "Contents" open the table of contents again.
     void clearCurrPath();
+    /// What "Contents" opens.
     const QString& currPath() const { return m_curr_path; }
 
     /// Where the form for a new issue is. Until set, an address that leads nowhere. A query in it is
@@ -59,6 +63,7 @@ public:
 public slots:
     /// Shows a page in the program's own browser; in the system's, as long as there is no Help menu.
     void onShowPage(const QString& page);
+    /// Shows a page in the system's web browser.
     void onShowPageExternal(const QString& page);
 
 signals:
@@ -70,14 +75,19 @@ protected:
     ~HelpManager() override;
 
 protected slots:
+    /// Shows the about box, by a launcher of its own; returns when it is closed.
     void help_about();
+    /// Shows the page of currPath().
     void help_contents();
+    /// Shows the log in its viewer.
     void showLogFile();
+    /// Asks for the page "TARQ_KEYBOARD_SHORTCUTS".
     void showShortcuts();
     /// Opens the form for a new issue, filled in as far as the program knows, in the system's web browser.
     /// The display key of the current document's data source is part of it: the file's path, unless the host
     /// has set another.
     void newJIRAIssue();
+    /// Puts the Help menu into the menu bar, and its entries into that menu.
     void handle_message(housekeeping::gui::MainWindowMessage& message);
     /// Closes the program, if main window and user agree, and starts it again with the same arguments.
     void restart();

@@ -53,6 +53,7 @@ public:
 
     /// Menus live on the main thread.
     static constexpr bool crosses_threads = false;
+    /// The text that slots and signals name the class by; see MessageFamily.
     static const char* type_name() { return "housekeeping::gui::MainWindowMessage"; }
 
     MainWindowMessage();
@@ -62,24 +63,30 @@ public:
     /// The QMenuBar, QMenu or QToolBar that receives the entries.
     void target(QWidget* p_target) { m_target = p_target; }
     QWidget* target() const { return m_target; }
+    /// What the target is, one of Kind or a value of the host's own; MenuBar until set.
     void kind(int kind) { m_kind = kind; }
     int kind() const { return m_kind; }
     /// The widget that owns the menus, normally the main window; copied into nested messages.
     void owner(QWidget* p_owner) { m_owner = p_owner; }
     QWidget* owner() const { return m_owner; }
 
-    /// Append an entry; a null one is a separator.
+    /// Appends a menu; null stands for a separator.
     void addMenu(QMenu* p_menu);
+    /// Appends an action; null stands for a separator.
     void addAction(QAction* p_action);
+    /// Appends a separator.
     void addSeparator();
 
-    /// Place an entry at slot @p index: the list grows up to there with empty slots (separators), an empty
-    /// slot is filled, and before a filled one the entry is inserted. An index below 0 inserts at the front.
+    /// Places a menu at slot @p index: the list grows up to there with empty slots (separators), an empty
+    /// slot is filled, and before a filled one the menu is inserted. An index below 0 inserts at the front.
     void insertMenu(int index, QMenu* p_menu);
+    /// Places an action, as insertMenu().
     void insertAction(int index, QAction* p_action);
+    /// Places a separator, as insertMenu().
     void insertSeparator(int index);
 
 signals:
+    /// Carries each message to the subscribers; connected by subscribe(), emitted by dispatch().
     void message_dispatched(housekeeping::gui::MainWindowMessage&);
 
 private:

@@ -52,9 +52,11 @@ public slots:
     void accept() override;
     /// Lets the page of tab @p index show the values as they are now; any other index does nothing.
     virtual void tabChanged(int index);
+    /// Brings tab @p index to the front; any other index does nothing.
     void setTab(int index);
 
 protected:
+    /// Tells whether something was applied.
     void hideEvent(QHideEvent* p_event) override;
 
 private:

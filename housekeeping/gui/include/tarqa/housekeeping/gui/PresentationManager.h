@@ -26,7 +26,9 @@ class AbstractPresentation;
 class TQ_HK_EXPORT PresentationManager
 {
 public:
+    /// The one object; made at first use.
     static PresentationManager& instance();
+    /// The same, to look at only.
     static const PresentationManager& const_instance();
 
     /// Makes one presentation of every registered product, in the order of registration, then initialises

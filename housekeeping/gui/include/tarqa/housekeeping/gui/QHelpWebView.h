@@ -27,10 +27,12 @@ class TQ_HK_EXPORT QHelpWebView : public QWebView
 public:
     /// @param localFile path of the page that is shown first; a page that cannot be read is named in its
     /// place
+    /// @param p_parent owns the view; may be null
     explicit QHelpWebView(const QString& localFile, QWidget* p_parent = nullptr);
     ~QHelpWebView() override;
 
 protected:
+    /// Offers what can be done with the page.
     void contextMenuEvent(QContextMenuEvent* p_event) override;
 
 private slots:

@@ -44,26 +44,33 @@ public:
     /// The one that the PresentationManager holds; empty before its init().
     static boost::shared_ptr<UndoRedoPresentation> instance();
 
-    /// The actions of the menu; null before init(). Owned here.
+    /// The undo action of the menu; null before init(). Owned here.
     QAction* undo_action();
+    /// The redo action of the menu; null before init(). Owned here.
     QAction* redo_action();
-    /// The actions of the tool bar; null before init(). Owned here. Their lists of more than a hundred
-    /// entries are up to date only once they are about to show. Qt's own tool bars and buttons learn that a
+    /// The undo action of the tool bar; null before init(). Owned here. Its list is up to date only once it
+    /// is about to show if it has more than a hundred entries. Qt's own tool bars and buttons learn that a
     /// list came or went when the event loop comes round; changed() is sent at once, as ever.
     QAction* undo_tool_bar_action();
+    /// The redo action of the tool bar, as undo_tool_bar_action().
     QAction* redo_tool_bar_action();
 
     /// Shows what can be undone and redone, or, with false, the plain texts.
     void enable_edit_actions(bool enable);
 
 public slots:
+    /// Undoes one command, as undos_selected().
     void undo();
+    /// Redoes one command, as redos_selected().
     void redo();
     /// Undoes the last @p num_undos commands of the current document; does nothing without one, and while any
     /// document is busy. The controller's lock is held while the commands run and the views are redrawn.
     void undos_selected(const size_t& num_undos);
+    /// The same for the last @p num_redos undone commands.
     void redos_selected(const size_t& num_redos);
+    /// Puts the actions into the Edit menu, or hands them to the window that asks for them.
     void handle_message(housekeeping::gui::MainWindowMessage& message);
+    /// Shows plain texts while a document is busy, and what can be undone afterwards.
     void handle_message(housekeeping::DocumentMessage& message);
 
 private slots:

@@ -7,7 +7,8 @@
 
 namespace tarqa::housekeeping::gui {
 
-/// Registers the UndoRedoPresentation; the library holds the one object.
+/// Registers the UndoRedoPresentation; the library holds the one object, which
+/// registers while the program loads.
 class TQ_HK_EXPORT UndoRedoPresentationFactory : public AbstractPresentationFactory
 {
 public:
