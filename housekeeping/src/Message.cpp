@@ -23,8 +23,7 @@ void* Message::operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     try {
         return message_memory::take(size);
-    }
-    catch (const std::bad_alloc&) {
+    } catch (const std::bad_alloc&) {
         return nullptr;
     }
 }
