@@ -43,9 +43,9 @@ void Message::operator delete(void* p_memory, const std::nothrow_t&) noexcept
     ::operator delete(p_memory); // of a message whose constructor threw
 }
 
-void Message::operator delete(void* p_memory, std::size_t size, std::align_val_t alignment) noexcept
+void Message::operator delete(void* p_memory, std::size_t, std::align_val_t alignment) noexcept
 {
-    ::operator delete(p_memory, size, alignment);
+    ::operator delete(p_memory, alignment);
 }
 
 Message::Message() = default;
