@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -98,7 +99,47 @@ void expect_the_same(const Raster& raster, int radius)
     }
 }
 
+/// The mean of one window, added up by itself with more digits than the means have.
+long double mean_of(const Raster& raster, int centre_column, int centre_row, int radius)
+{
+    long double sum = 0;
+    int count = 0;
+    for (int row = std::max(0, centre_row - radius); row <= std::min(raster.rows - 1, centre_row + radius);
+         ++row) {
+        for (int column = std::max(0, centre_column - radius);
+             column <= std::min(raster.columns - 1, centre_column + radius); ++column) {
+            if (!terrain::is_no_data(raster.cell(column, row))) {
+                sum += raster.cell(column, row);
+                ++count;
+            }
+        }
+    }
+    return sum / count;
+}
+
 } // namespace
+
+TEST(WindowMeans, AreThoseOfEachWindowAddedUpByItself)
+{
+    Raster raster = mixed_raster(97, 61);
+    raster.cells[raster.index(50, 30)] = 1e12; // whose rounding must not stay behind in other windows
+    for (const int radius : {1, 3, 20}) {
+        Workers workers(2);
+        const auto cells = window_means(raster, radius, workers, [](int) {});
+        for (int row = 0; row < raster.rows; ++row) {
+            for (int column = 0; column < raster.columns; ++column) {
+                const double mean = cells[raster.index(column, row)];
+                if (terrain::is_no_data(raster.cell(column, row))) {
+                    EXPECT_TRUE(terrain::is_no_data(mean));
+                    continue;
+                }
+                const long double expected = mean_of(raster, column, row, radius);
+                ASSERT_NEAR(mean, static_cast<double>(expected), 1e-12 * std::abs(mean) + 1e-12)
+                    << column << ", " << row << ", radius " << radius;
+            }
+        }
+    }
+}
 
 TEST(WindowMeans, AreTheSameBitByBitHoweverManyThreadsThereAre)
 {
