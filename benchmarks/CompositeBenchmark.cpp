@@ -11,6 +11,9 @@
 
 #include <boost/make_shared.hpp>
 
+#include <atomic>
+#include <vector>
+
 namespace housekeeping = tarqa::housekeeping;
 
 namespace {
@@ -91,8 +94,49 @@ void undo_and_redo_macro(benchmark::State& state)
 }
 BENCHMARK(undo_and_redo_macro);
 
+/// As large as a command, shared and numbered like one, and nothing else.
+class SharedObject
+{
+public:
+    SharedObject()
+        : m_id(++s_last_id)
+    { }
+    virtual ~SharedObject() = default;
+    SharedObject(const SharedObject&) = delete;
+    SharedObject& operator=(const SharedObject&) = delete;
+    virtual void remember() { benchmark::DoNotOptimize(m_id); }
+    virtual void act() { benchmark::DoNotOptimize(m_id); }
+    virtual void end() { benchmark::DoNotOptimize(m_id); }
+
+private:
+    static std::atomic<unsigned long long> s_last_id;
+
+    unsigned long long m_id;
+    [[maybe_unused]] char m_rest[sizeof(NoOp) - sizeof(void*) - sizeof(unsigned long long)];
+};
+std::atomic<unsigned long long> SharedObject::s_last_id{0};
+
+/// What a composite cannot do without: hosts share its children, and tell them by their ids.
+void shared_objects(benchmark::State& state)
+{
+    for (auto _ : state) {
+        std::vector<boost::shared_ptr<SharedObject>> objects;
+        for (int child = 0; child < s_children; ++child) {
+            objects.push_back(boost::make_shared<SharedObject>());
+        }
+        for (const auto& sp_object : objects) {
+            sp_object->remember();
+            sp_object->act();
+            sp_object->end();
+        }
+    }
+}
+BENCHMARK(shared_objects);
+
 const Ratio s_insert(
     "a composite of 100 commands, log apart / a macro of 100 in a QUndoStack", "composite", "macro", 1.2);
+const Ratio s_shared(
+    "100 shared, numbered objects / a macro of 100 in a QUndoStack", "shared_objects", "macro");
 // No reach: the macro keeps no account of its children, and says nothing of them to anybody.
 const Ratio s_undo(
     "undo and redo of it, log apart / the macro's", "undo_and_redo_composite", "undo_and_redo_macro");
