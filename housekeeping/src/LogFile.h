@@ -25,7 +25,9 @@ inline constexpr int s_max_files = 20;
 std::string choose(const std::string& base, const std::string& head);
 
 /// Appends @p text, or replaces the whole content by it. A file that is new or empty is closed to other
-/// users; one that is not this user's is not touched. @return false if it could not be written as a whole
+/// users; one that is not this user's, or has a second name, is not touched. Where only the user may put
+/// anything into the directory, the latter is found out once in a hundredth of a second at most. One caller
+/// at a time: under the log's mutex. @return false if it could not be written as a whole
 bool write(const std::string& file, std::string_view text, bool empty_first);
 
 // The platform's part:

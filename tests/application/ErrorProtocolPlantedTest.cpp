@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -43,6 +44,14 @@ void log_in_every_way()
     log.log_fatal_error("text"); // which empties the log first
 }
 
+/// So that the log was seen a moment ago.
+void log_several()
+{
+    for (int entry = 1; entry <= 4; ++entry) {
+        ErrorProtocol::instance().log_message("entry " + std::to_string(entry));
+    }
+}
+
 class PlantedLogs : public testing::TestWithParam<Planted>
 {
 protected:
@@ -50,6 +59,13 @@ protected:
     ~PlantedLogs() override { log_files::remove_all(); }
 
     void plant(int number) { m_files.plant(GetParam(), log_files::path(number)); }
+    /// The same after it was written to.
+    void plant_anew(int number)
+    {
+        fs::remove(log_files::path(number));
+        m_files = PlantedFile(PrivateHome::scratch_directory());
+        plant(number);
+    }
     void expect_untouched(int number) { m_files.expect_untouched(log_files::path(number)); }
 
 private:
@@ -102,6 +118,38 @@ TEST_P(PlantedLogs, InThePlaceOfTheLogDropTheEntries)
     ErrorProtocol::instance();
     fs::remove(log_files::path(1));
     plant(1);
+    log_in_every_way();
+    expect_untouched(1);
+}
+
+TEST_P(PlantedLogs, AmongEntriesInADirectoryThatOthersMayWriteToDropThem)
+{
+    const std::string shared = PrivateHome::scratch_directory() + "/shared";
+    fs::create_directory(shared);
+    ::chmod(shared.c_str(), 0777);
+    fs::remove(PrivateHome::log_directory());
+    fs::create_directory_symlink(shared, PrivateHome::log_directory());
+    log_several();
+    fs::remove(log_files::path(1));
+    plant(1);
+    log_in_every_way();
+    expect_untouched(1);
+    log_files::remove_all();
+    fs::remove(PrivateHome::log_directory());
+}
+
+TEST_P(PlantedLogs, AmongEntriesInADirectoryOfTheUsersOnlyDropThemAtLeastSoon)
+{
+    log_several();
+    fs::remove(log_files::path(1));
+    plant(1);
+    if (GetParam() == Planted::HardLink || GetParam() == Planted::ForeignFile) {
+        for (std::uintmax_t size = 0; fs::file_size(log_files::path(1)) != size;) {
+            size = fs::file_size(log_files::path(1));
+            ErrorProtocol::instance().log_message("entry");
+        }
+        plant_anew(1);
+    }
     log_in_every_way();
     expect_untouched(1);
 }
@@ -236,6 +284,44 @@ TEST_F(LogDirectory, LogThatTheUserOpensStaysOpen)
     EXPECT_EQ(0644u, mode(log_files::path(1)));
     EXPECT_TRUE(capture.take("entry"));
     EXPECT_TRUE(capture.take("streamed"));
+}
+
+TEST_F(LogDirectory, OfWhichTheLogIsDeletedAmongEntriesHasItBackAtOnce)
+{
+    LogCapture capture;
+    log_several();
+    fs::remove(log_files::path(1));
+    ErrorProtocol::instance().log_message("after");
+    EXPECT_EQ("after\n", log_files::read(log_files::path(1)));
+    EXPECT_EQ(0600u, mode(log_files::path(1)));
+    EXPECT_TRUE(capture.take("after"));
+}
+
+TEST_F(LogDirectory, ThatIsDeletedAmongEntriesIsBackAtOnce)
+{
+    LogCapture capture;
+    log_several();
+    fs::remove_all(PrivateHome::log_directory());
+    ErrorProtocol::instance().log_message("after");
+    EXPECT_EQ("after\n", log_files::read(log_files::path(1)));
+    EXPECT_EQ(0700u, mode(PrivateHome::log_directory()));
+    EXPECT_TRUE(capture.take("after"));
+}
+
+TEST_F(LogDirectory, ThatIsReplacedAmongEntriesLosesNone)
+{
+    LogCapture capture;
+    log_several();
+    const std::string away = PrivateHome::scratch_directory() + "/away";
+    fs::rename(PrivateHome::log_directory(), away);
+    std::string text = log_files::head() + "entry 1\nentry 2\nentry 3\nentry 4\n";
+    for (int entry = 5; !log_files::exists(1); ++entry) {
+        const std::string line = "entry " + std::to_string(entry);
+        ErrorProtocol::instance().log_message(line);
+        text += line + "\n";
+    }
+    EXPECT_EQ(text, log_files::read(away + "/Tarq_1.log") + log_files::read(log_files::path(1)));
+    capture.take_all();
 }
 
 } // namespace

@@ -52,7 +52,8 @@ private:
     const SystemFaults::Point* m_p_point = nullptr; // not owned
 };
 
-/// How many descriptors this process has open.
+/// How many descriptors this process has open, apart from the one that the log keeps of its directory for a
+/// moment.
 std::size_t open_descriptors();
 
 /// Prints the line that is described above.
