@@ -6,20 +6,46 @@
 #
 # The target "packages" builds what they hold and leaves them in build/packages.
 
+set(HK_MAINTAINER "Tarq <packages@tarq.invalid>")
 set(HK_RUNTIME_PACKAGE "libtq-hk${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+
+# hk_gzip(<file> <compressed file>): as Debian wants manual pages and changelogs.
+function(hk_gzip file compressed)
+    execute_process(COMMAND gzip -9 --no-name --stdout "${file}" OUTPUT_FILE "${compressed}" COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+# hk_install_manual_page(<component> <page>): of a program; <page>.in is its text, in the language of the man macros.
+function(hk_install_manual_page component page)
+    if(WIN32)
+        return()
+    endif()
+    string(REGEX MATCH "[0-9]$" section "${page}")
+    set(written "${CMAKE_CURRENT_BINARY_DIR}/man/${page}")
+    configure_file("${page}.in" "${written}" @ONLY)
+    hk_gzip("${written}" "${written}.gz")
+    install(FILES "${written}.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man${section}" COMPONENT ${component})
+endfunction()
 
 # hk_install_package_documents(<component> <package>): what each Debian package has to hold about itself.
 function(hk_install_package_documents component package)
-    install(FILES "${PROJECT_SOURCE_DIR}/cmake/package/copyright" "${PROJECT_BINARY_DIR}/package/changelog.gz"
+    set(folder "${PROJECT_BINARY_DIR}/package")
+    install(FILES "${PROJECT_SOURCE_DIR}/cmake/package/copyright" "${folder}/changelog.gz" "${folder}/CHANGELOG.md.gz"
         DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/${package}" COMPONENT ${component})
+    # What lintian finds in the package and is as it has to be, with the reasons.
+    set(overrides "${PROJECT_SOURCE_DIR}/cmake/package/${package}.lintian-overrides")
+    if(EXISTS "${overrides}")
+        install(FILES "${overrides}" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides"
+            RENAME ${package} COMPONENT ${component})
+    endif()
 endfunction()
 
-# The names of the libraries as dpkg-shlibdeps wants them, for packages of hosts: patches keep the ABI, see docs/packaging.md.
-function(hk_write_shlibs file)
+# hk_write_shlibs(<file> <package> <libraries>...): their names as dpkg-shlibdeps wants them, for packages of hosts: patches
+# keep the ABI, see docs/packaging.md.
+function(hk_write_shlibs file package)
     set(lines)
     foreach(target IN LISTS ARGN)
         get_target_property(abi ${target} SOVERSION)
-        string(APPEND lines "lib${target} ${abi} ${HK_RUNTIME_PACKAGE} (>= ${PROJECT_VERSION})\n")
+        string(APPEND lines "lib${target} ${abi} ${package} (>= ${PROJECT_VERSION})\n")
     endforeach()
     file(WRITE "${file}" "${lines}")
 endfunction()
@@ -28,14 +54,17 @@ endfunction()
 function(hk_add_packages)
     set(folder "${PROJECT_BINARY_DIR}/package")
     file(MAKE_DIRECTORY "${folder}")
-    execute_process(COMMAND gzip -9 --no-name --stdout "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-        OUTPUT_FILE "${folder}/changelog.gz" COMMAND_ERROR_IS_FATAL ANY)
+    hk_gzip("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${folder}/CHANGELOG.md.gz")
     set_property(DIRECTORY "${PROJECT_SOURCE_DIR}" APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/CHANGELOG.md")
+    # Debian's tools read one of another form.
+    string(TIMESTAMP HK_DATE "%a, %d %b %Y 00:00:00 +0000" UTC) # that of SOURCE_DATE_EPOCH where it is set
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/package/changelog.in" "${folder}/changelog" @ONLY)
+    hk_gzip("${folder}/changelog" "${folder}/changelog.gz")
     hk_install_package_documents(runtime "${HK_RUNTIME_PACKAGE}")
     hk_install_package_documents(development libtq-hk-dev)
 
     set(libraries tq_utl pkBase pkBaseQt tq_hk)
-    hk_write_shlibs("${folder}/shlibs" ${libraries})
+    hk_write_shlibs("${folder}/runtime/shlibs" ${HK_RUNTIME_PACKAGE} ${libraries})
     get_property(installed GLOBAL PROPERTY HK_INSTALLED_TARGETS)
     list(APPEND installed ${libraries})
     list(REMOVE_DUPLICATES installed)
@@ -53,11 +82,11 @@ function(hk_add_packages)
     set(CPACK_DEB_COMPONENT_INSTALL TRUE)
     set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
     set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-    set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Tarq <packages@tarq.invalid>")
+    set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${HK_MAINTAINER}")
     set(CPACK_DEBIAN_PACKAGE_SOURCE housekeeping)
     set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
     set(CPACK_HK_RUNTIME_PACKAGE "${HK_RUNTIME_PACKAGE}")
-    set(CPACK_HK_SHLIBS "${folder}/shlibs")
+    set(CPACK_HK_SHLIBS "${folder}/runtime/shlibs")
 
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${HK_RUNTIME_PACKAGE}")
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
@@ -66,7 +95,7 @@ Documents, undoable commands, controllers, messages, an error log, quick
 help and the shell of the main window for desktop applications with Qt 5.
 These are the shared libraries, which programs that are built on the
 framework need to run.")
-    set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/cmake/package/triggers;${folder}/shlibs")
+    set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/cmake/package/triggers;${folder}/runtime/shlibs")
     list(TRANSFORM libraries REPLACE "(.+)" "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/lib\\1.so.${PROJECT_VERSION}"
         OUTPUT_VARIABLE CPACK_HK_RUNTIME_BINARIES)
 
@@ -79,7 +108,9 @@ libraries: what is needed to build a program on the framework.")
 libqt5webkit5-dev, libboost-dev (>= 1.74)")
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "cmake, pkgconf, libgtest-dev") # the last for tests from templates
     if(TARGET tq_hk_testkit)
-        set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/cmake/package/triggers")
+        hk_write_shlibs("${folder}/development/shlibs" libtq-hk-dev tq_hk_testkit)
+        set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_CONTROL_EXTRA
+            "${PROJECT_SOURCE_DIR}/cmake/package/triggers;${folder}/development/shlibs")
         set(CPACK_HK_DEVELOPMENT_BINARIES "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/libtq_hk_testkit.so.${PROJECT_VERSION}")
     endif()
 

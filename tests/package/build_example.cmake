@@ -9,7 +9,7 @@ build_against_prefix("${source}")
 # The program must find the libraries of the prefix, not those of the build.
 execute_process(COMMAND ldd "${source}-build/${NAME}" OUTPUT_VARIABLE libraries)
 foreach(library IN ITEMS tq_hk pkBaseQt pkBase tq_utl)
-    string(FIND "${libraries}" "=> ${PREFIX}/lib" position)
+    string(FIND "${libraries}" "=> ${PREFIX}/${LIBDIR}/lib${library}.so" position)
     string(FIND "${libraries}" "${BINARY_DIR}/lib" in_the_build)
     if(NOT libraries MATCHES "lib${library}[.]so" OR position EQUAL -1 OR NOT in_the_build EQUAL -1)
         message(FATAL_ERROR "lib${library} is not that of the prefix:\n${libraries}")

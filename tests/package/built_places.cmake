@@ -25,7 +25,7 @@ foreach(file IN LISTS files)
     math(EXPR binaries "${binaries} + 1")
     execute_process(COMMAND "${READELF}" --dynamic --wide "${file}" OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX MATCHALL "(RPATH|RUNPATH)[^\n]+" paths "${dynamic}")
-    if(NOT paths MATCHES "^RUNPATH[^[]*.[$]ORIGIN[A-Za-z0-9_./]*.$")
+    if(NOT paths MATCHES "^RUNPATH[^[]*.[$]ORIGIN[A-Za-z0-9_./-]*.$")
         message(FATAL_ERROR "${file} looks for libraries in ${paths}")
     endif()
     if(NOT SANITIZE) # sanitizers put the names of sources beside the data

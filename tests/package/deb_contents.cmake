@@ -1,27 +1,42 @@
 # What is installed is in exactly one package, and in the right one.
 include("${CMAKE_CURRENT_LIST_DIR}/debs.cmake")
 
-set(doc "share/doc/[^/]+/(copyright|changelog[.]gz)")
-set(may_hold_${RUNTIME} "${doc}|lib/lib(tq_utl|pkBase|pkBaseQt|tq_hk)[.]so[.][0-9.]+")
-set(may_hold_${DEVELOPMENT} "${doc}|include/(tarqa|pkBase|pkBaseQt)/.*[.]h|lib/cmake/tq_hk/.*[.]cmake|lib/pkgconfig/.*[.]pc\
-|lib/lib[A-Za-z_]+[.]so|lib/libtq_hk_testkit[.]so[.][0-9.]+|bin/tq-hk-new|share/tq_hk/.*")
-set(may_hold_tarq-terrain "${doc}|bin/tarq-terrain|share/applications/tarq-terrain[.]desktop\
-|share/icons/hicolor/[^/]+/apps/tarq-terrain[.](png|svg)|share/tarq-terrain/.*")
+execute_process(COMMAND dpkg-architecture --query DEB_HOST_MULTIARCH
+    OUTPUT_VARIABLE architecture OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+expect_equal("The folder of libraries, CMAKE_INSTALL_LIBDIR," "${LIBDIR}" "lib/${architecture}")
+
+set(doc "share/doc/[^/]+/(copyright|changelog[.]gz|CHANGELOG[.]md[.]gz)|share/lintian/overrides/[^/]+")
+set(may_hold_${RUNTIME} "${doc}|${LIBDIR}/lib(tq_utl|pkBase|pkBaseQt|tq_hk)[.]so[.][0-9.]+")
+set(may_hold_${DEVELOPMENT} "${doc}|include/(tarqa|pkBase|pkBaseQt)/.*[.]h|${LIBDIR}/cmake/tq_hk/.*[.]cmake\
+|${LIBDIR}/pkgconfig/.*[.]pc|${LIBDIR}/lib[A-Za-z_]+[.]so|${LIBDIR}/libtq_hk_testkit[.]so[.][0-9.]+\
+|bin/tq-hk-new|share/man/man1/tq-hk-new[.]1[.]gz|share/tq_hk/.*")
+set(may_hold_tarq-terrain "${doc}|bin/tarq-terrain|share/man/man1/tarq-terrain[.]1[.]gz|share/tarq-terrain/.*\
+|share/applications/tarq-terrain[.]desktop|share/mime/packages/tarq-terrain[.]xml\
+|share/icons/hicolor/[^/]+/apps/tarq-terrain[.](png|svg)")
 
 set(all)
 foreach(package IN LISTS PACKAGES)
     files_of(files ${package})
     foreach(file IN LISTS files)
-        if(NOT file MATCHES "^(${may_hold_${package}})$" OR (file MATCHES "^share/doc/" AND NOT file MATCHES "/${package}/"))
+        if(NOT file MATCHES "^(${may_hold_${package}})$"
+                OR (file MATCHES "^share/(doc|lintian)/" AND NOT file MATCHES "/${package}(/|$)"))
             message(FATAL_ERROR "${package} holds ${file}")
         endif()
         if(file IN_LIST all)
             message(FATAL_ERROR "${file} is in ${package} and in another package")
         endif()
     endforeach()
-    foreach(document IN ITEMS copyright changelog.gz)
+    foreach(document IN ITEMS copyright changelog.gz CHANGELOG.md.gz)
         if(NOT "share/doc/${package}/${document}" IN_LIST files)
             message(FATAL_ERROR "${package} holds no ${document}")
+        endif()
+    endforeach()
+    set(programs "${files}")
+    list(FILTER programs INCLUDE REGEX "^bin/")
+    list(TRANSFORM programs REPLACE "^bin/(.+)$" "share/man/man1/\\1.1.gz" OUTPUT_VARIABLE pages)
+    foreach(page IN LISTS pages)
+        if(NOT page IN_LIST files)
+            message(FATAL_ERROR "${package} does not hold ${page}, which is the manual page of its program")
         endif()
     endforeach()
     list(APPEND all ${files})
@@ -37,17 +52,17 @@ endforeach()
 files_of(runtime ${RUNTIME})
 files_of(development ${DEVELOPMENT})
 foreach(library IN ITEMS tq_utl pkBase pkBaseQt tq_hk)
-    foreach(file IN ITEMS "lib/lib${library}.so.${ABI}" "lib/lib${library}.so.${VERSION}")
+    foreach(file IN ITEMS "${LIBDIR}/lib${library}.so.${ABI}" "${LIBDIR}/lib${library}.so.${VERSION}")
         if(NOT file IN_LIST runtime)
             message(FATAL_ERROR "${RUNTIME} does not hold ${file}")
         endif()
     endforeach()
-    if(NOT "lib/lib${library}.so" IN_LIST development)
-        message(FATAL_ERROR "${DEVELOPMENT} does not hold lib/lib${library}.so")
+    if(NOT "${LIBDIR}/lib${library}.so" IN_LIST development)
+        message(FATAL_ERROR "${DEVELOPMENT} does not hold ${LIBDIR}/lib${library}.so")
     endif()
 endforeach()
 foreach(file IN ITEMS include/tarqa/housekeeping/CommandManager.h include/tarqa/housekeeping/gui/AbstractMainWindow.h
-        include/tarqa/housekeeping/tq_hk_export.h lib/cmake/tq_hk/tq_hkConfig.cmake lib/pkgconfig/tq_hk.pc)
+        include/tarqa/housekeeping/tq_hk_export.h "${LIBDIR}/cmake/tq_hk/tq_hkConfig.cmake" "${LIBDIR}/pkgconfig/tq_hk.pc")
     if(NOT file IN_LIST development)
         message(FATAL_ERROR "${DEVELOPMENT} does not hold ${file}")
     endif()

@@ -21,6 +21,12 @@ function(deb_of out package)
     set(${out} "${deb}" PARENT_SCOPE)
 endfunction()
 
+# extract(<package> <folder>): unpacks what it installs, below the folder.
+function(extract package folder)
+    deb_of(deb ${package})
+    run("unpacking ${deb}" dpkg-deb --extract "${deb}" "${folder}")
+endfunction()
+
 # files_of(<out> <package>): what the package installs, without folders and the "/usr/" in front.
 function(files_of out package)
     deb_of(deb ${package})

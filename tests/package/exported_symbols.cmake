@@ -70,10 +70,10 @@ function(check_symbols library)
     endif()
 endfunction()
 
-file(GLOB libraries "${PREFIX}/lib/lib*.so")
+file(GLOB libraries "${PREFIX}/${LIBDIR}/lib*.so")
 list(LENGTH libraries count)
 if(count LESS 4)
-    message(FATAL_ERROR "there are only ${count} libraries in ${PREFIX}/lib")
+    message(FATAL_ERROR "there are only ${count} libraries in ${PREFIX}/${LIBDIR}")
 endif()
 foreach(library IN LISTS libraries)
     check_symbols("${library}")
@@ -91,7 +91,7 @@ foreach(library IN LISTS libraries)
     endif()
 endforeach()
 
-execute_process(COMMAND "${NM}" --dynamic --defined-only --demangle "${PREFIX}/lib/libtq_hk.so"
+execute_process(COMMAND "${NM}" --dynamic --defined-only --demangle "${PREFIX}/${LIBDIR}/libtq_hk.so"
     OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 foreach(name IN ITEMS "CommandManager::insert(" "DocumentManager::create_document(" "ErrorProtocol::log_message(")
     string(FIND "${symbols}" " T tarqa::housekeeping::${name}" position)
