@@ -2,6 +2,7 @@
 
 #include "Assertion.h"
 #include "LoggingExceptions.h"
+#include "ReadyMessage.h"
 #include "UnexpectedFailure.h"
 
 #include <pkBase/AbstractProgress.h>
@@ -121,13 +122,13 @@ private:
 
 void send(AbstractCommand& command, CommandMessage::CommandType type, bool redo)
 {
-    CommandMessage* const p_message = CommandMessage::instance();
-    p_message->id(command.id());
-    p_message->command(&command);
-    p_message->document_id(command.document_id());
-    p_message->setAsRedoCommand(redo);
-    p_message->command_type(type);
-    Message::dispatch(p_message);
+    const ReadyMessage<CommandMessage, message_memory::RunOfCommand> message;
+    message->id(command.id());
+    message->command(&command);
+    message->document_id(command.document_id());
+    message->setAsRedoCommand(redo);
+    message->command_type(type);
+    message->dispatch();
 }
 
 } // namespace

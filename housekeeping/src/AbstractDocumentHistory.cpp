@@ -1,5 +1,7 @@
 #include <tarqa/housekeeping/AbstractDocumentHistory.h>
 
+#include "ReadyMessage.h"
+
 #include <tarqa/housekeeping/AbstractCommand.h>
 #include <tarqa/housekeeping/DocumentHistoryMsg.h>
 
@@ -148,8 +150,8 @@ bool AbstractDocumentHistory::empty() const
 
 void AbstractDocumentHistory::announce()
 {
-    DocumentHistoryMsg message;
-    message.dispatch();
+    const ReadyMessage<DocumentHistoryMsg, message_memory::HistoryChange> message;
+    message->dispatch();
 }
 
 } // namespace tarqa::housekeeping

@@ -37,7 +37,9 @@ AbstractDocumentHistory& history_of(const DocumentId& id)
 
 } // namespace
 
-CommandManager::CommandManager() = default;
+CommandManager::CommandManager()
+    : m_id_creator(utilities::IdCreator::Order::InEachThread) // a number for each child of each composite
+{ }
 
 CommandManager::~CommandManager()
 {

@@ -8,6 +8,7 @@
 #include <tarqa/housekeeping/FailedCommandException.h>
 #include <tarqa/utilities/Pointers.h>
 
+#include <cstddef>
 #include <utility>
 
 namespace tarqa::housekeeping {
@@ -19,6 +20,7 @@ const CatchPoint s_catch_point = {s_source, 151, 162};
 constexpr unsigned int s_line_of_cancel = 142;
 constexpr unsigned int s_line_of_pass_over = 146;
 constexpr unsigned int s_insertion_cancelled = 7006;
+constexpr std::size_t s_first_room = 8; // for children
 
 } // namespace
 
@@ -42,6 +44,9 @@ unsigned long long CompositeCommand::size() const
 void CompositeCommand::push_back(boost::shared_ptr<AbstractCommand> command)
 {
     if (HK_ASSERT(utilities::valid_pointer(command), "utilities::valid_pointer(command)")) {
+        if (m_commands.empty()) {
+            m_commands.reserve(s_first_room);
+        }
         m_commands.emplace_back(std::move(command), false);
     }
 }
@@ -58,21 +63,8 @@ void CompositeCommand::remember()
     }
 }
 
-void CompositeCommand::do_command()
-{
-    // A redo that is cut short must roll back only what it ran itself.
-    for (Commands::value_type& child : m_commands) {
-        child.second = false;
-    }
-    bool ask_no_more = false;
-    for (Commands::value_type& child : m_commands) {
-        if (child.first) {
-            run_child(child, &child == &m_commands.back(), ask_no_more);
-        }
-    }
-}
-
-void CompositeCommand::run_child(Commands::value_type& child, bool is_last, bool& ask_no_more)
+/// Inline, since it is run once for each of what may be many children.
+inline void CompositeCommand::run_child(Commands::value_type& child, bool is_last, bool& ask_no_more)
 {
     AbstractCommand& command = *child.first;
     try {
@@ -93,6 +85,20 @@ void CompositeCommand::run_child(Commands::value_type& child, bool is_last, bool
     } catch (...) {
         report_unexpected_failure(
             s_catch_point, tr("An unknown serious error has occured in this Command : "));
+    }
+}
+
+void CompositeCommand::do_command()
+{
+    // A redo that is cut short must roll back only what it ran itself.
+    for (Commands::value_type& child : m_commands) {
+        child.second = false;
+    }
+    bool ask_no_more = false;
+    for (Commands::value_type& child : m_commands) {
+        if (child.first) {
+            run_child(child, &child == &m_commands.back(), ask_no_more);
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include "Assertion.h"
 #include "DocumentUse.h"
 #include "GuardedLocker.h"
+#include "ReadyMessage.h"
 
 #include <tarqa/housekeeping/AbstractController.h>
 #include <tarqa/housekeeping/AbstractControllerFactory.h>
@@ -35,10 +36,10 @@ const GuardedMutex s_registry{"the mutex of the document manager's registry",
 
 void send(const DocumentId& id, DocumentMessage::DocChangeType type)
 {
-    DocumentMessage message;
-    message.id(id);
-    message.doc_change_type(type);
-    message.dispatch();
+    const ReadyMessage<DocumentMessage, message_memory::DocumentChange> message;
+    message->id(id);
+    message->doc_change_type(type);
+    message->dispatch();
 }
 
 [[noreturn]] void throw_no_document(unsigned int line)

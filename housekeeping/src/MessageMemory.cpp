@@ -1,5 +1,7 @@
 #include "MessageMemory.h"
 
+#include <QtCore/QObject>
+
 #include <new>
 #include <utility>
 
@@ -17,16 +19,18 @@ struct Spare
     Spare* p_next;
 };
 
-/// A thread's blocks for its next messages. Without a destructor, so that the messages which others of its
-/// objects delete while the thread ends still find it.
+/// A thread's blocks for its next messages, and its messages for the next commands. Without a destructor, so
+/// that the messages which others of its objects delete while the thread ends still find it.
 struct Spares
 {
     Spare* p_first;
     unsigned room; // for how many more
     bool was_opened;
+    bool is_closed;
+    QObject* p_ready[s_kinds]; // owned
 };
 
-thread_local Spares t_spares{nullptr, 0, false};
+thread_local Spares t_spares{nullptr, 0, false, false, {}};
 
 /// Opens the thread's list, and closes it at the thread's end: what is given back later is deleted at once.
 struct Keeper
@@ -38,6 +42,10 @@ struct Keeper
     }
     ~Keeper()
     {
+        t_spares.is_closed = true;
+        for (QObject*& p_ready : t_spares.p_ready) {
+            delete std::exchange(p_ready, nullptr);
+        }
         t_spares.room = 0;
         while (t_spares.p_first) {
             ::operator delete(std::exchange(t_spares.p_first, t_spares.p_first->p_next));
@@ -79,6 +87,22 @@ void give_back(void* p_memory, std::size_t size) noexcept
     }
     --spares.room;
     spares.p_first = ::new (p_memory) Spare{spares.p_first};
+}
+
+QObject* take_ready(Kind kind) noexcept
+{
+    return std::exchange(t_spares.p_ready[kind], nullptr);
+}
+
+bool keep_ready(Kind kind, QObject* p_message) noexcept
+{
+    Spares& spares = t_spares;
+    if (spares.p_ready[kind] || spares.is_closed) {
+        return false;
+    }
+    opens(spares);
+    spares.p_ready[kind] = p_message;
+    return true;
 }
 
 } // namespace tarqa::housekeeping::message_memory

@@ -16,4 +16,14 @@ void give_back(void* p_memory, std::size_t) noexcept
     ::operator delete(p_memory);
 }
 
+QObject* take_ready(Kind) noexcept
+{
+    return nullptr;
+}
+
+bool keep_ready(Kind, QObject*) noexcept
+{
+    return false;
+}
+
 } // namespace tarqa::housekeeping::message_memory

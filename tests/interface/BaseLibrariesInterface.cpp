@@ -44,6 +44,7 @@ typedef std::string Text;
 
 static_assert(std::has_virtual_destructor_v<IdCreator>);
 static_assert(std::is_default_constructible_v<IdCreator>);
+static_assert(std::is_constructible_v<IdCreator, IdCreator::Order>);
 static_assert(!std::is_copy_constructible_v<IdCreator> && !std::is_copy_assignable_v<IdCreator>);
 INTERFACE_HAS(IdCreator::createNextId, unsigned long long (IdCreator::*)());
 INTERFACE_HAS(null_pointer<int*>, bool (*)(int* const&));

@@ -12,7 +12,16 @@ namespace tarqa::utilities {
 class TQ_UTL_EXPORT IdCreator
 {
 public:
-    IdCreator() = default;
+    /// How the numbers ascend.
+    enum class Order
+    {
+        InTime, ///< a later number is the greater one, whichever thread gets it
+        /// Cheaper: a thread's numbers ascend, but may be smaller than those that another one got before.
+        /// None is left out as long as only one thread asks.
+        InEachThread
+    };
+
+    explicit IdCreator(Order order = Order::InTime);
     IdCreator(const IdCreator&) = delete; // a copy would hand out the same numbers again
     IdCreator& operator=(const IdCreator&) = delete;
     virtual ~IdCreator();
@@ -21,7 +30,12 @@ public:
     unsigned long long createNextId();
 
 private:
-    std::atomic<unsigned long long> m_last{0};
+    unsigned long long draw();
+
+    std::atomic<unsigned long long> m_last{0}; // in use or in the home thread's block
+    std::atomic<unsigned long long> m_home; // the thread that draws by the block
+    unsigned long long m_next_at_home = 0; // in its block; of that thread only, as the next
+    unsigned long long m_end_at_home = 0;
 };
 
 } // namespace tarqa::utilities
