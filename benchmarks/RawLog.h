@@ -12,8 +12,8 @@ public:
 
     const std::string& file() const { return m_file; }
     void append(const std::string& text) const;
-    /// The same with the calls of the system that the error log makes: it also looks whether what it opened
-    /// is a plain file of the user's own under one name, and follows no link.
+    /// The same with the calls of the system that the error log makes for an entry by itself: it also looks
+    /// whether what it opened is a plain file of the user's own under one name, and follows no link.
     void append_to_own(const std::string& text) const;
 
 private:

@@ -36,3 +36,14 @@ TEST(RunningSum, IsExactlyZeroWhenEverythingHasLeft)
     EXPECT_EQ(sum.sum(), 0);
     EXPECT_EQ(sum.count(), 0u);
 }
+
+TEST(RunningTotal, IsTheSameSumWithoutCounting)
+{
+    terrain::RunningTotalOf<double> total;
+    total.enter(0.1, 1);
+    total.enter(1e20, 1);
+    total.enter(0.2, 1);
+    total.leave(1e20, 1);
+    EXPECT_DOUBLE_EQ(total.sum(), 0.1 + 0.2);
+    EXPECT_EQ(total.count(), 0);
+}

@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
+#include <numeric>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -45,7 +48,7 @@ std::vector<RunningSum> parts_of(const Raster& raster, int row, int radius)
     return parts;
 }
 
-/// One cell after the other, in this thread: what the means are to be, bit by bit.
+/// One cell after the other, from the first one on, in this thread: what the means are to be.
 std::vector<double> means_one_by_one(const Raster& raster, int radius)
 {
     std::vector<double> cells(raster.cells.size(), no_data);
@@ -82,21 +85,53 @@ std::vector<double> means_one_by_one(const Raster& raster, int radius)
     return cells;
 }
 
+std::vector<int> all_rows(const Raster& raster)
+{
+    std::vector<int> rows(static_cast<std::size_t>(raster.rows));
+    std::iota(rows.begin(), rows.end(), 0);
+    return rows;
+}
+
+/// How many of the means are further from those one by one than @p tolerance, in parts of them.
+int count_wrong(const std::vector<double>& means, const Raster& raster, int radius, double tolerance)
+{
+    const auto expected = means_one_by_one(raster, std::min(radius, std::max(raster.columns, raster.rows)));
+    int wrong = 0;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const bool right = terrain::is_no_data(expected[i])
+            ? terrain::is_no_data(means[i])
+            : std::abs(means[i] - expected[i]) <= tolerance * (std::abs(expected[i]) + 1);
+        wrong += right ? 0 : 1;
+    }
+    return wrong;
+}
+
+/// The same bits with any number of threads, all rows told of once and in order, and the right means.
 void expect_the_same(const Raster& raster, int radius)
 {
-    const auto expected = bits(means_one_by_one(raster, radius));
+    SCOPED_TRACE(std::to_string(raster.columns) + " x " + std::to_string(raster.rows) + ", radius "
+        + std::to_string(radius));
+    Workers alone(1);
+    const auto expected = window_means(raster, radius, alone, [](int) {});
+    ASSERT_EQ(expected.size(), raster.cells.size());
+    EXPECT_EQ(count_wrong(expected, raster, radius, 1e-12), 0);
     for (const int threads : {1, 2, 3, 7}) {
         Workers workers(threads);
         std::vector<int> rows;
         const auto cells = window_means(raster, radius, workers, [&rows](int row) { rows.push_back(row); });
-        ASSERT_TRUE(bits(cells) == expected)
-            << raster.columns << " x " << raster.rows << ", radius " << radius << ", threads " << threads;
-        std::vector<int> all_rows(static_cast<std::size_t>(raster.rows));
-        for (int row = 0; row < raster.rows; ++row) {
-            all_rows[static_cast<std::size_t>(row)] = row;
-        }
-        EXPECT_EQ(rows, all_rows) << "each row is told of once";
+        EXPECT_TRUE(bits(cells) == bits(expected)) << threads << " threads";
+        EXPECT_EQ(rows, all_rows(raster)) << threads << " threads";
     }
+}
+
+/// Heights of all kinds in every cell.
+Raster full_raster(int columns, int rows)
+{
+    Raster raster = mixed_raster(columns, rows);
+    for (double& cell : raster.cells) {
+        cell = terrain::is_no_data(cell) ? 0.7 : cell;
+    }
+    return raster;
 }
 
 /// The mean of one window, added up by itself with more digits than the means have.
@@ -117,11 +152,9 @@ long double mean_of(const Raster& raster, int centre_column, int centre_row, int
     return sum / count;
 }
 
-} // namespace
-
-TEST(WindowMeans, AreThoseOfEachWindowAddedUpByItself)
+/// @param raster not by reference: one of its heights is raised
+void expect_windows_added_up(Raster raster)
 {
-    Raster raster = mixed_raster(97, 61);
     raster.cells[raster.index(50, 30)] = 1e12; // whose rounding must not stay behind in other windows
     for (const int radius : {1, 3, 20}) {
         Workers workers(2);
@@ -141,6 +174,18 @@ TEST(WindowMeans, AreThoseOfEachWindowAddedUpByItself)
     }
 }
 
+} // namespace
+
+TEST(WindowMeans, AreThoseOfEachWindowAddedUpByItself)
+{
+    expect_windows_added_up(mixed_raster(97, 61));
+}
+
+TEST(WindowMeans, AreSoWhereEveryCellHasAHeight)
+{
+    expect_windows_added_up(full_raster(97, 61));
+}
+
 TEST(WindowMeans, AreTheSameBitByBitHoweverManyThreadsThereAre)
 {
     for (const int radius : {1, 2, 5, 40}) {
@@ -152,6 +197,57 @@ TEST(WindowMeans, AreTheSameBitByBitHoweverManyThreadsThereAre)
     expect_the_same(mixed_raster(3, 70001), 2);
     expect_the_same(mixed_raster(70001, 3), 2);
     expect_the_same(make_raster(1, 1, {N}), 1);
+}
+
+TEST(WindowMeans, AreTheSameAroundTheBordersOfTiles)
+{
+    for (const int radius : {1, 2, 7}) {
+        for (const int columns : {1, 2, 511, 512, 513}) {
+            for (const int rows : {1, 2, 63, 64, 65, 129}) {
+                expect_the_same(mixed_raster(columns, rows), radius);
+                expect_the_same(full_raster(columns, rows), radius);
+            }
+        }
+    }
+}
+
+TEST(WindowMeans, LargeWindowsMakeLargeTiles)
+{
+    for (const int radius : {33, 150, 1000, INT_MAX}) {
+        for (const auto& size : {std::pair(700, 131), {131, 700}, {1300, 67}}) {
+            expect_the_same(mixed_raster(size.first, size.second), radius);
+            expect_the_same(full_raster(size.first, size.second), radius);
+        }
+    }
+}
+
+TEST(WindowMeans, TilesWithAndWithoutGapsLieBesideEachOther)
+{
+    Raster raster = full_raster(1100, 200);
+    raster.cells[raster.index(600, 100)] = N;
+    expect_the_same(raster, 2);
+    for (int row = 0; row < raster.rows; row += 3) { // stripes, one of them from border to border
+        std::fill_n(raster.cells.begin() + static_cast<std::ptrdiff_t>(raster.index(0, row)), 700, N);
+    }
+    expect_the_same(raster, 1);
+    std::fill(raster.cells.begin(), raster.cells.end(), N);
+    expect_the_same(raster, 3);
+}
+
+TEST(WindowMeans, AMountainInAnotherTileLeavesNothingBehind)
+{
+    for (const int column : {100, 511, 512, 513}) {
+        Raster raster = make_raster(1100, 130, std::vector<double>(1100 * 130, 0.25));
+        raster.cells[raster.index(column, 63)] = 1e20;
+        Workers workers(2);
+        const auto means = window_means(raster, 2, workers, [](int) {});
+        for (int row = 0; row < raster.rows; ++row) {
+            for (int i = 0; i < raster.columns; ++i) {
+                const bool sees_it = std::abs(i - column) <= 2 && std::abs(row - 63) <= 2;
+                ASSERT_EQ(means[raster.index(i, row)] == 0.25, !sees_it) << i << ", " << row;
+            }
+        }
+    }
 }
 
 TEST(WindowMeans, WindowsThatBecomeEmptyStartAnew)
@@ -181,4 +277,17 @@ TEST(WindowMeans, RowsAreToldOfInTheCallersThreadWhichMayEndIt)
         }
     };
     EXPECT_THROW(window_means(raster, 2, workers, end_at), std::runtime_error);
+}
+
+TEST(WindowMeans, WorkersThatWereEndedServeAgain)
+{
+    const Raster raster = mixed_raster(1031, 211);
+    for (const int threads : {1, 2, 7}) {
+        Workers workers(threads);
+        const auto end_at_once = [](int) { throw std::runtime_error("enough"); };
+        EXPECT_THROW(window_means(raster, 150, workers, end_at_once), std::runtime_error);
+        int rows = 0;
+        window_means(raster, 150, workers, [&rows](int) { ++rows; });
+        EXPECT_EQ(rows, raster.rows);
+    }
 }

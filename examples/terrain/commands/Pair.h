@@ -14,4 +14,11 @@ inline Pair where(const PairBits& bits, const Pair& numbers)
     return reinterpret_cast<Pair>(bits & reinterpret_cast<PairBits>(numbers));
 }
 
+/// One number where the bits are set, the other elsewhere.
+inline Pair either(const PairBits& bits, const Pair& one, const Pair& other)
+{
+    return reinterpret_cast<Pair>(
+        (bits & reinterpret_cast<PairBits>(one)) | (~bits & reinterpret_cast<PairBits>(other)));
+}
+
 } // namespace terrain

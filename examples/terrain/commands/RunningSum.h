@@ -63,4 +63,20 @@ private:
 
 typedef RunningSumOf<double> RunningSum;
 
+/// The same where every cell has a height: how many there are is known without counting.
+template <class Number>
+class RunningTotalOf
+{
+public:
+    Number sum() const { return m_sum + m_lost; }
+    Number count() const { return Number{}; } ///< not counted
+
+    void enter(const Number& sum, const Number&) { add_term(m_sum, m_lost, sum); }
+    void leave(const Number& sum, const Number&) { add_term(m_sum, m_lost, -sum); }
+
+private:
+    Number m_sum{};
+    Number m_lost{};
+};
+
 } // namespace terrain

@@ -1,303 +1,129 @@
 #include "commands/WindowMeans.h"
 
-#include "commands/RunningSum.h"
+#include "commands/TileMeans.h"
 #include "documents/Raster.h"
 #include "parallel/LargeMemory.h"
 #include "parallel/Workers.h"
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
-#include <cstring>
+#include <mutex>
 #include <thread>
 
 namespace terrain {
 
 namespace {
 
-const int s_rows_at_once = 2; ///< of which a Pair has the numbers; of columns as many
-const int s_block = 16; ///< rows that are worth asking for something to do; even
-const int s_widest_band = 512; ///< columns whose sums stay close to the processor from row to row; even
-const int s_narrowest_band = 64; ///< that is worth it; even
-const int s_bands_of_thread = 4; ///< so that hardly any thread has to wait for another one
-
-const int s_short_tries = 100; ///< to find that what is waited for is done, before the thread sleeps
-constexpr std::chrono::microseconds s_pause(50);
-
-typedef RunningSumOf<Pair> PairOfWindows;
-
-/// For each cell in a part of a row the sum and the number of the heights in the same row of its window.
-struct Parts
-{
-    double* p_sums;
-    double* p_counts;
-};
-
-/// The columns from @c begin to before @c end, and how far their windows have come.
-struct Band
-{
-    int begin = 0;
-    int end = 0;
-    std::vector<PairOfWindows> windows;
-    // The parts of rows, each row in the place of one that has left the windows.
-    std::vector<double> sums;
-    std::vector<double> counts;
-    std::atomic<int> blocks_done = 0;
-};
-
-/// What happens when the windows of a band move down by a row; null: nothing of it.
-struct Move
-{
-    Parts leaving;
-    Parts entering;
-    const double* p_cells; ///< whose means are to be taken, into @c p_means
-    double* p_means;
-};
-
-Pair load(const double* p_numbers)
-{
-    Pair result;
-    std::memcpy(&result, p_numbers, sizeof(result));
-    return result;
-}
-
-/// The means of the windows around two cells.
-Pair means_of(const PairOfWindows& windows, const Pair& cells)
-{
-    const PairBits known = cells == cells; // as is_no_data() says
-    const PairBits means = reinterpret_cast<PairBits>(windows.sum() / windows.count());
-    const PairBits nothing = reinterpret_cast<PairBits>(Pair{no_data, no_data});
-    return reinterpret_cast<Pair>((means & known) | (nothing & ~known));
-}
-
-/// Moves the windows of two columns down by a row.
-void move_down(PairOfWindows& windows, const Move& move, int column)
-{
-    if (move.leaving.p_sums) {
-        windows.leave(load(move.leaving.p_sums + column), load(move.leaving.p_counts + column));
-    }
-    if (move.entering.p_sums) {
-        windows.enter(load(move.entering.p_sums + column), load(move.entering.p_counts + column));
-    }
-}
-
-/// Takes the means of two columns, or of the last one alone.
-void take_means(const PairOfWindows& windows, const Move& move, int column, int columns)
-{
-    if (column + 1 < columns) {
-        const Pair means = means_of(windows, load(move.p_cells + column));
-        std::memcpy(move.p_means + column, &means, sizeof(means));
-    } else {
-        const double cell = move.p_cells[column];
-        move.p_means[column] = means_of(windows, Pair{cell, cell})[0];
-    }
-}
+const int s_least_rows = 64; ///< of a tile; what it reads around itself costs little beside
+const int s_least_columns = 512; ///< whose sums stay close to the processor from row to row
 
 /**
- * Windows that move down the raster, row by row. First the rows that enter are summed up into parts, of which
- * the windows of each column then take in theirs. Both happen two at a time, and soon one after the other: so
- * the parts are still close to the processor.
- *
- * The work is divided into bands of columns and blocks of rows. The threads go through them along diagonals:
- * what a piece needs is done in the same band above it, and in the same block to the left, so that nearly
- * always all is there when its turn comes.
- *
- * The sums along a row and down a column are made from the beginning, one term after the other, so that they
- * are the same however many threads there are.
+ * The raster is divided into tiles that need nothing from each other: in each the sums are begun anew. How it
+ * is divided depends on the raster and the radius alone, so the means are the same however many threads there
+ * are. Large windows make large tiles, so that what a tile reads around itself stays in proportion.
  */
-class MovingWindows
+class WindowMeans
 {
 public:
-    MovingWindows(
-        const Raster& raster, int radius, Workers& workers, const std::function<void(int row)>& row_done)
+    WindowMeans(const Raster& raster, int radius, const std::function<void(int row)>& row_done)
         : m_raster(raster)
         , m_row_done(row_done)
         , m_column_radius(std::min(radius, raster.columns)) // a larger one reaches no more cells
         , m_row_radius(std::min(radius, raster.rows))
-        , m_kept_rows(
-              static_cast<int>(std::min<long long>(raster.rows, 2LL * m_row_radius + 1 + s_rows_at_once)))
-        , m_blocks(static_cast<int>((static_cast<long long>(raster.rows) + m_row_radius - 1) / s_block + 1))
-        , m_width(std::min(raster.columns + raster.columns % 2,
-              std::clamp(raster.columns / (s_bands_of_thread * workers.threads()) / 2 * 2, s_narrowest_band,
-                  s_widest_band)))
-        , m_bands(static_cast<std::size_t>((raster.columns - 1) / m_width + 1))
-        , m_row_windows(static_cast<std::size_t>((raster.rows - 1) / s_rows_at_once + 1))
+        , m_tile_columns(std::max<long long>(s_least_columns, 4LL * m_column_radius))
+        , m_tile_rows(std::max<long long>(s_least_rows, 2LL * m_row_radius))
+        , m_tiles_of_row(static_cast<std::size_t>((raster.columns - 1) / m_tile_columns + 1))
+        , m_rows_done(m_tiles_of_row * static_cast<std::size_t>((raster.rows - 1) / m_tile_rows + 1))
     {
         reserve_large(m_result, raster.cells.size());
         m_p_means = m_result.data();
-        for (std::size_t i = 0; i < m_bands.size(); ++i) {
-            Band& band = m_bands[i];
-            band.begin = static_cast<int>(i) * m_width;
-            band.end = std::min(band.begin + m_width, raster.columns);
-            band.windows.resize(static_cast<std::size_t>(m_width / 2));
-            band.sums.resize(static_cast<std::size_t>(m_kept_rows) * static_cast<std::size_t>(m_width));
-            band.counts.resize(band.sums.size());
-        }
     }
 
     std::vector<double> run(Workers& workers)
     {
-        const std::size_t bands = m_bands.size();
-        if (bands == 1) {
-            for (int block = 0; block < m_blocks; ++block) {
-                do_block(block, 0);
-            }
-        } else {
-            // By diagonals, from the left down; at both ends they lie outside of the raster in part.
-            workers.run(
-                (static_cast<std::size_t>(m_blocks) + bands - 1) * bands, [this, bands](std::size_t part) {
-                    const std::size_t band = part % bands;
-                    const long long block
-                        = static_cast<long long>(part / bands) - static_cast<long long>(band);
-                    if (block >= 0 && block < m_blocks) {
-                        do_block(static_cast<int>(block), band);
-                    }
-                });
-        }
+        workers.run(m_rows_done.size(), [this](std::size_t index) { take(index); });
         report();
         return std::move(m_result);
     }
 
 private:
-    /// Hardly ever waits: somebody is at it already. Who does, and was put aside for another program, may go
-    /// on in this thread's place meanwhile.
-    static void wait_for(const std::atomic<int>& blocks_done, int blocks)
+    void take(std::size_t index)
     {
-        for (int tries = 0; blocks_done.load(std::memory_order_acquire) < blocks; ++tries) {
-            if (tries < s_short_tries) {
-                std::this_thread::yield();
-            } else {
-                std::this_thread::sleep_for(s_pause);
+        const long long left = static_cast<long long>(index % m_tiles_of_row) * m_tile_columns;
+        const long long top = static_cast<long long>(index / m_tiles_of_row) * m_tile_rows;
+        const Tile tile = {left, std::min<long long>(left + m_tile_columns, m_raster.columns), top,
+            std::min<long long>(top + m_tile_rows, m_raster.rows)};
+        make_room(tile);
+        TileMeans(m_raster, m_column_radius, m_row_radius, tile, m_p_means).take([&](int rows) {
+            m_rows_done[index].store(rows, std::memory_order_release);
+            if (std::this_thread::get_id() == m_owner) {
+                report();
             }
-        }
+            return !m_ended;
+        });
     }
 
-    /// Moves the windows of a band down as a block of rows enters, and tells of the rows that are done if
-    /// this is the caller's thread.
-    void do_block(int block, std::size_t index)
+    /// Each tile has room, and makes its share of that for the row of tiles below: not all at once, so that
+    /// it is close to the processor when it is filled, and ahead, so that hardly any thread waits for another
+    /// one. Moves no cells, there is memory for all.
+    void make_room(const Tile& tile)
     {
-        Band& band = m_bands[index];
-        wait_for(band.blocks_done, block);
-        if (index > 0) {
-            wait_for(m_bands[index - 1].blocks_done, block + 1);
-        } else {
-            m_result.resize(m_raster.index(0, rows_after(block + 1))); // moves none: there is room for all
+        const std::size_t needed = m_raster.index(0, static_cast<int>(tile.bottom));
+        if (m_room.load(std::memory_order_acquire) < needed) {
+            const std::lock_guard<std::mutex> lock(m_growing);
+            grow(needed);
         }
-        const long long first = static_cast<long long>(block) * s_block;
-        const long long end = std::min(first + s_block, static_cast<long long>(m_raster.rows) + m_row_radius);
-        for (long long row = first; row < end; row += s_rows_at_once) {
-            if (row < m_raster.rows) {
-                sum_up(static_cast<int>(row), band);
-            }
-            move_band(row, band);
-        }
-        band.blocks_done.store(block + 1, std::memory_order_release);
-        if (std::this_thread::get_id() == m_owner) {
-            report();
+        const std::unique_lock<std::mutex> lock(m_growing, std::try_to_lock);
+        if (lock) {
+            grow(std::min(needed + static_cast<std::size_t>((tile.bottom - tile.top) * tile.right),
+                m_raster.cells.size()));
         }
     }
 
-    /// How many rows have their means after so many blocks.
-    int rows_after(int blocks) const
+    void grow(std::size_t cells)
     {
-        return static_cast<int>(
-            std::clamp<long long>(static_cast<long long>(blocks) * s_block - m_row_radius, 0, m_raster.rows));
+        if (m_result.size() < cells) {
+            m_result.resize(cells);
+            m_room.store(cells, std::memory_order_release);
+        }
     }
 
-    /// Tells of the rows that are done in all bands.
+    /// Tells of the rows that are done in all tiles.
     void report()
     {
-        const int done = rows_after(m_bands.back().blocks_done.load(std::memory_order_acquire));
-        while (m_reported < done) {
-            m_row_done(m_reported++);
+        try {
+            while (m_reported < m_raster.rows && is_done(m_reported)) {
+                m_row_done(m_reported++);
+            }
+        } catch (...) {
+            m_ended = true;
+            throw;
         }
     }
 
-    /// Null if the raster has no such row.
-    Parts parts_of(long long row, Band& band)
+    bool is_done(int row) const
     {
-        if (row < 0 || row >= m_raster.rows) {
-            return {nullptr, nullptr};
-        }
-        const auto first = static_cast<std::size_t>(row % m_kept_rows) * static_cast<std::size_t>(m_width);
-        return {band.sums.data() + first, band.counts.data() + first};
-    }
-
-    /// Makes the parts of two rows; of the last one alone twice.
-    void sum_up(int row, Band& band)
-    {
-        const int other_row = std::min(row + 1, m_raster.rows - 1);
-        const Parts parts = parts_of(row, band);
-        const Parts other_parts = parts_of(other_row, band);
-        const double* const p_cells = m_raster.cells.data() + m_raster.index(0, row);
-        const double* const p_other_cells = m_raster.cells.data() + m_raster.index(0, other_row);
-        PairOfWindows windows = m_row_windows[static_cast<std::size_t>(row / s_rows_at_once)];
-        const int begin = band.begin;
-        for (long long column = begin == 0 ? -m_column_radius : begin; column < band.end; ++column) {
-            const long long entering = column + m_column_radius;
-            if (entering < m_raster.columns) {
-                const Pair heights = {p_cells[entering], p_other_cells[entering]};
-                windows.enter(where(heights == heights, heights), where(heights == heights, Pair{1, 1}));
-            }
-            const long long leaving = column - m_column_radius - 1;
-            if (leaving >= 0) {
-                const Pair heights = {p_cells[leaving], p_other_cells[leaving]};
-                windows.leave(where(heights == heights, heights), where(heights == heights, Pair{1, 1}));
-            }
-            if (column >= begin) {
-                const Pair sums = windows.sum();
-                const Pair counts = windows.count();
-                parts.p_sums[column - begin] = sums[0];
-                parts.p_counts[column - begin] = counts[0];
-                other_parts.p_sums[column - begin] = sums[1];
-                other_parts.p_counts[column - begin] = counts[1];
-            }
-        }
-        m_row_windows[static_cast<std::size_t>(row / s_rows_at_once)] = windows;
-    }
-
-    /// What happens in a band when a row enters, or would if there was one.
-    Move move_of(long long entering, Band& band)
-    {
-        const long long row = entering - m_row_radius;
-        Move result{parts_of(row - m_row_radius - 1, band), parts_of(entering, band), nullptr, nullptr};
-        if (row >= 0 && row < m_raster.rows) {
-            const std::size_t first = m_raster.index(band.begin, static_cast<int>(row));
-            result.p_cells = m_raster.cells.data() + first;
-            result.p_means = m_p_means + first;
-        }
-        return result;
-    }
-
-    /// Moves the windows of a band down by two rows.
-    void move_band(long long entering, Band& band)
-    {
-        const Move moves[] = {move_of(entering, band), move_of(entering + 1, band)};
-        const int columns = band.end - band.begin;
-        for (int column = 0; column < columns; column += 2) {
-            PairOfWindows& windows = band.windows[static_cast<std::size_t>(column / 2)];
-            PairOfWindows moved = windows;
-            for (const Move& move : moves) {
-                move_down(moved, move, column);
-                if (move.p_means) {
-                    take_means(moved, move, column, columns);
-                }
-            }
-            windows = moved;
-        }
+        const auto first = m_rows_done.begin()
+            + static_cast<std::ptrdiff_t>(row / m_tile_rows) * static_cast<std::ptrdiff_t>(m_tiles_of_row);
+        return std::all_of(
+            first, first + static_cast<std::ptrdiff_t>(m_tiles_of_row), [&](const std::atomic<int>& rows) {
+                return rows.load(std::memory_order_acquire) > row % m_tile_rows;
+            });
     }
 
     const Raster& m_raster;
     const std::function<void(int row)>& m_row_done;
     const std::thread::id m_owner = std::this_thread::get_id();
-    int m_column_radius;
-    int m_row_radius;
-    int m_kept_rows;
-    int m_blocks; // of the rows that enter, and as many more as it takes the windows to reach the last one
-    int m_width; // of a band, in columns
-    std::vector<Band> m_bands;
-    std::vector<PairOfWindows> m_row_windows; // how far they have come, along every two rows
-    std::vector<double> m_result;
+    const int m_column_radius;
+    const int m_row_radius;
+    const long long m_tile_columns;
+    const long long m_tile_rows;
+    const std::size_t m_tiles_of_row;
+    std::vector<std::atomic<int>> m_rows_done; // of each tile
+    std::atomic<bool> m_ended = false;
+    std::mutex m_growing;
+    std::vector<double> m_result; // its size is guarded by m_growing
+    std::atomic<std::size_t> m_room = 0; // the same, for those who only look
     double* m_p_means = nullptr;
     int m_reported = 0;
 };
@@ -310,7 +136,7 @@ std::vector<double> window_means(
     if (raster.cells.empty()) {
         return {};
     }
-    return MovingWindows(raster, radius, workers, row_done).run(workers);
+    return WindowMeans(raster, radius, row_done).run(workers);
 }
 
 } // namespace terrain
