@@ -91,6 +91,7 @@ public:
         : AbstractCommand(document.id(), "Add note")
         , m_document(document)
         , m_note(note)
+        , m_size_before(document.notes().size()) // for an undo without a run
     {
         setDescription(note);
     }
@@ -105,7 +106,7 @@ protected:
 private:
     NotesDocument& m_document; // not owned; its history owns this command
     std::string m_note;
-    std::size_t m_size_before = 0;
+    std::size_t m_size_before;
 };
 
 /// Prints the notes and says whether they are as many as expected.

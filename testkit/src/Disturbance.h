@@ -20,6 +20,7 @@ struct Disturbance
 
     Kind kind = None;
     std::size_t place = 0; ///< counted from 1
+    bool goes_on = false; ///< at each later report below 100 per cent, too: every child of a composite fails
 
     /// Throws what the kind says; nothing for None and Cancel.
     void fail() const;

@@ -1,16 +1,25 @@
 #include "Experiment.h"
 
+#include "RefusedRun.h"
 #include "RunWatch.h"
 
 #include <tarqa/housekeeping/AbstractCommand.h>
 #include <tarqa/housekeeping/AbstractDocument.h>
 #include <tarqa/housekeeping/CommandManager.h>
+#include <tarqa/housekeeping/CompositeCommand.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 #include <tarqa/housekeeping/ErrorHandler.h>
 #include <tarqa/testkit/LogCapture.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QThread>
+
 #include <algorithm>
+#include <array>
 #include <exception>
+#include <memory>
+#include <sstream>
 
 namespace tarqa::housekeeping::testkit {
 
@@ -33,6 +42,46 @@ void tell_log(const std::string& text)
 std::string quoted(const std::string& text)
 {
     return '"' + text + '"';
+}
+
+const char* const s_flags[]
+    = {"m_valid_undo", "m_set_document_busy", "m_stack_identical", "m_clear_redo_when_undoing"};
+
+std::array<bool, 4> flags_of(const AbstractCommand& command)
+{
+    return {command.validUndo(), command.set_document_busy(), command.stackIndenticalCommand(),
+        command.shouldClearRedoWhenUndoing()};
+}
+
+/// Whatever makes a line break somewhere: of menus, lists, the log or the lines of a printed text.
+bool has_line_break(const std::string& text)
+{
+    static const QString s_breaks = QString::fromUtf8("\n\r\v\f\xc2\x85\xe2\x80\xa8\xe2\x80\xa9");
+    const QString decoded = QString::fromStdString(text);
+    return std::any_of(
+        decoded.begin(), decoded.end(), [](const QChar letter) { return s_breaks.contains(letter); });
+}
+
+/// The first text with a line break that the protocol or a list shows of a command, and what it is; empty if
+/// there is none.
+std::string text_with_break(const AbstractCommand& command, const std::string& whose)
+{
+    if (has_line_break(command.name())) {
+        return "the name " + whose + "has a line break";
+    }
+    if (has_line_break(command.details().description())) {
+        return "the description " + whose + "has a line break";
+    }
+    if (const auto* const p_composite = dynamic_cast<const CompositeCommand*>(&command)) {
+        for (const CompositeCommand::Commands::value_type& child : p_composite->commands()) {
+            const std::string text
+                = child.first ? text_with_break(*child.first, "of a child ") : std::string();
+            if (!text.empty()) {
+                return text;
+            }
+        }
+    }
+    return {};
 }
 
 } // namespace
@@ -112,14 +161,16 @@ Experiment::Command Experiment::make(const Subject& subject)
         }
     }
     command->setProgress(&m_sink);
-    m_made.push_back({command, command->name(), command->id()});
+    m_made.push_back({command, command->name(), command->id(), flags_of(*command), false});
+    look_at_texts(m_made.back(), "made");
     return command;
 }
 
 Run Experiment::insert(const Command& command, const std::string& step, const Disturbance& disturbance)
 {
     const Run run = perform(
-        step, [&command] { CommandManager::instance().insert(command, false); }, command.get(), disturbance);
+        step, [&] { call([&command] { CommandManager::instance().insert(command, false); }); }, command.get(),
+        disturbance);
     if (disturbance.kind == Disturbance::None) {
         look_at_log(run, step, Promise::DoSucceeds);
     }
@@ -142,12 +193,74 @@ Run Experiment::undo(const std::string& step)
 Run Experiment::redo(const Command& command, const std::string& step, const Disturbance& disturbance)
 {
     const Run run = perform(
-        step, [this] { CommandManager::instance().redo(m_document->id()); }, command.get(), disturbance);
+        step, [this] { call([this] { CommandManager::instance().redo(m_document->id()); }); }, command.get(),
+        disturbance);
     if (disturbance.kind == Disturbance::None) {
         look_at_log(run, step, Promise::RedoRepeats);
     }
     look_at_modified(step);
     return run;
+}
+
+void Experiment::insert_without_run(const Command& command, const std::string& step)
+{
+    keep_from_running(step, [&command] { CommandManager::instance().insert(command, false); });
+}
+
+void Experiment::redo_without_run(const std::string& step)
+{
+    keep_from_running(step, [this] { CommandManager::instance().redo(m_document->id()); });
+}
+
+void Experiment::keep_from_running(const std::string& step, const std::function<void()>& action)
+{
+    const auto refused = [&action] {
+        const RefusedRun refusal;
+        try {
+            action();
+        } catch (const RefusedRun::Refusal&) { // as it is to be
+        }
+    };
+    perform(step, refused, nullptr, Disturbance());
+}
+
+void Experiment::let_go(Command& command, const std::string& step)
+{
+    if (m_over) {
+        return;
+    }
+    const std::string before = digest();
+    m_made.erase(std::remove_if(m_made.begin(), m_made.end(),
+                     [&command](const Made& made) { return made.command == command; }),
+        m_made.end());
+    command.reset();
+    expect_state(before, Promise::GoingChangesNothing, step);
+    look_at_other_document(step);
+}
+
+/// In this thread, or in another one.
+void Experiment::call(const std::function<void()>& action) const
+{
+    if (!m_in_worker) {
+        action();
+        return;
+    }
+    std::exception_ptr p_thrown;
+    const std::unique_ptr<QThread> p_worker(QThread::create([&action, &p_thrown] {
+        try {
+            action();
+        } catch (...) {
+            p_thrown = std::current_exception();
+        }
+    }));
+    p_worker->start();
+    p_worker->wait();
+    if (QCoreApplication::instance()) { // messages that wait for this thread speak of what goes soon
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    }
+    if (p_thrown) {
+        std::rethrow_exception(p_thrown);
+    }
 }
 
 Run Experiment::perform(const std::string& step, const std::function<void()>& action,
@@ -163,6 +276,30 @@ Run Experiment::perform(const std::string& step, const std::function<void()>& ac
     const LogCapture log;
     const RunWatch watch;
     m_sink.begin(p_command, disturbance);
+    bool lost_mark = false;
+    m_sink.at_close([this, p_command, &lost_mark] {
+        lost_mark = p_command && p_command->set_document_busy()
+            && !DocumentManager::const_instance().document_busy(m_document.id());
+    });
+    attempt(step, action);
+    m_sink.end();
+    m_sink.at_close({});
+    run.reports = m_sink.reports();
+    run.succeeded = watch.heard() && watch.type() != CommandMessage::Failed;
+    look_at_commands(step);
+    run.log = without_protocol(log.lines());
+    run.fatal = std::any_of(run.log.begin(), run.log.end(), is_fatal);
+    if (lost_mark) {
+        breach(Promise::BusyMarksBalance, step, "the document is no longer busy at the end of the run");
+    }
+    look_at_busy_marks(step);
+    look_at_other_document(step);
+    return run;
+}
+
+/// Nothing is to be thrown; what is, ends the experiment.
+void Experiment::attempt(const std::string& step, const std::function<void()>& action)
+{
     try {
         action();
     } catch (const std::exception& e) {
@@ -172,15 +309,24 @@ Run Experiment::perform(const std::string& step, const std::function<void()>& ac
         breach(Promise::ThrowsNothing, step, "an unknown exception came out of the command manager");
         m_over = true;
     }
-    m_sink.end();
-    run.reports = m_sink.reports();
-    run.succeeded = watch.heard() && watch.type() != CommandMessage::Failed;
-    run.log = log.lines();
-    run.fatal = std::any_of(run.log.begin(), run.log.end(), is_fatal);
-    look_at_commands(step);
-    look_at_busy_marks(step);
-    look_at_other_document(step);
-    return run;
+}
+
+/// Without the further lines of protocols whose texts have line breaks, which is another matter.
+std::vector<std::string> Experiment::without_protocol(std::vector<std::string> log) const
+{
+    for (const Made& made : m_made) {
+        if (!made.has_breaks) {
+            continue;
+        }
+        std::istringstream protocol(made.command->protocol("", true) + made.command->protocol("", false));
+        for (std::string line; std::getline(protocol, line);) {
+            const auto found = std::find(log.begin(), log.end(), line);
+            if (found != log.end()) {
+                log.erase(found);
+            }
+        }
+    }
+    return log;
 }
 
 /// Of an undisturbed run: it writes nothing that was not expected.
@@ -213,6 +359,24 @@ void Experiment::look_at_commands(const std::string& step)
             breach(Promise::IdStays, step, "it has another id");
             made.id = made.command->id();
         }
+        const std::array<bool, 4> flags = flags_of(*made.command);
+        for (std::size_t i = 0; i < flags.size(); ++i) {
+            if (flags[i] != made.flags[i]) {
+                breach(Promise::FlagsStay, step,
+                    s_flags[i] + std::string(flags[i] ? " is true now" : " is false now"));
+            }
+        }
+        made.flags = flags;
+        look_at_texts(made, step);
+    }
+}
+
+void Experiment::look_at_texts(Made& made, const std::string& step)
+{
+    const std::string text = text_with_break(*made.command, "");
+    if (!text.empty() && !made.has_breaks) { // said once
+        breach(Promise::TextsAreOneLine, step, text);
+        made.has_breaks = true;
     }
 }
 
@@ -239,7 +403,7 @@ void Experiment::look_at_busy_marks(const std::string& step)
     if (!DocumentManager::const_instance().document_busy(m_document.id())) {
         return;
     }
-    breach(Promise::BusyMarksGo, step, "the document is still busy");
+    breach(Promise::BusyMarksBalance, step, "the document is still busy");
     while (DocumentManager::const_instance().document_busy(m_document.id())) {
         DocumentManager::instance().document_busy(m_document.id(), false);
     }

@@ -10,6 +10,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <array>
 #include <functional>
 #include <string>
 #include <vector>
@@ -59,6 +60,16 @@ public:
     Run undo(const std::string& step);
     Run redo(const Command& command, const std::string& step, const Disturbance& disturbance = {});
 
+    /// From now on do and redo run in worker threads, one for each, while the main thread waits.
+    void do_in_worker() { m_in_worker = true; }
+
+    // The command is entered into the history, and kept from running.
+    void insert_without_run(const Command& command, const std::string& step);
+    void redo_without_run(const std::string& step);
+
+    /// Forgets the command, which goes if the history does not hold it; nothing is to change by that.
+    void let_go(Command& command, const std::string& step);
+
     // Each is true if it is so, and a breach of the promise if not.
     bool expect_done(const Run& run, Promise promise, const std::string& step);
     bool expect_state(const std::string& expected, Promise promise, const std::string& step);
@@ -94,10 +105,17 @@ private:
         Command command;
         std::string name;
         CommandId id;
+        std::array<bool, 4> flags{};
+        bool has_breaks = false; ///< in a text that is to be one line
     };
 
     Run perform(const std::string& step, const std::function<void()>& action, AbstractCommand* p_command,
         const Disturbance& disturbance);
+    void attempt(const std::string& step, const std::function<void()>& action);
+    void call(const std::function<void()>& action) const;
+    void keep_from_running(const std::string& step, const std::function<void()>& action);
+    std::vector<std::string> without_protocol(std::vector<std::string> log) const;
+    void look_at_texts(Made& made, const std::string& step);
     void look_at_log(const Run& run, const std::string& step, Promise promise_of_fatal);
     void look_at_commands(const std::string& step);
     void look_at_modified(const std::string& step);
@@ -109,6 +127,7 @@ private:
     std::string m_label;
     std::string m_title;
     bool m_over = false;
+    bool m_in_worker = false;
     ReportSink m_sink;
     Held m_other;
     Held m_document;

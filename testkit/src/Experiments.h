@@ -15,6 +15,7 @@ struct Record
     bool usable = false; ///< the first run succeeded
     bool undoable = false; ///< it enters the history, and undo takes it back
     bool redoable = false; ///< and redo repeats it
+    bool composite = false; ///< it may ask whether to go on
     std::string done; ///< the digest after it
     std::vector<unsigned int> reports;
     std::vector<unsigned int> reports_of_redo;
@@ -28,6 +29,22 @@ Record try_whole(const ProofSettings& settings, Findings& findings, const Subjec
 
 /// Cancelled and failing at progress reports, in first runs and in redos.
 void try_disturbed(
+    const ProofSettings& settings, Findings& findings, const Subject& subject, const Record& record);
+
+/// With the question of a composite answered in each way, where its children fail by themselves or are made
+/// to. Needs an application that may show boxes.
+void try_questions(
+    const ProofSettings& settings, Findings& findings, const Subject& subject, const Record& record);
+
+/// Listed in the history, and kept from running.
+void try_without_run(
+    const ProofSettings& settings, Findings& findings, const Subject& subject, const Record& record);
+
+/// Not needed any more.
+void try_letting_go(const ProofSettings& settings, Findings& findings, const Subject& subject);
+
+/// Done and redone by worker threads.
+void try_in_worker(
     const ProofSettings& settings, Findings& findings, const Subject& subject, const Record& record);
 
 /// A command after another one that it may be merged into. @param record that of the second one

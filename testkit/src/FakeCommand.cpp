@@ -48,9 +48,17 @@ bool FakeCommand::stackWith(boost::shared_ptr<AbstractCommand> newer)
     if (!p_newer || p_newer->m_name != m_name) {
         return false;
     }
-    m_new = p_newer->m_new; // its own undo takes back both
-    setDescription(m_new.second);
+    p_newer->m_p_older = this; // it may still be cancelled
     return true;
+}
+
+void FakeCommand::finished(bool succeeded)
+{
+    if (succeeded && m_p_older) {
+        m_p_older->m_new = m_new; // its own undo takes back both
+        m_p_older->setDescription(m_new.second);
+    }
+    m_p_older = nullptr;
 }
 
 FakeCommand::Value FakeCommand::current() const

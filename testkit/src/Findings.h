@@ -22,6 +22,7 @@ public:
 
     int experiments = 0;
     int reports = 0;
+    int questions = 0;
 
 private:
     std::set<Promise> m_exceptions;

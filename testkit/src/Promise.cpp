@@ -35,8 +35,14 @@ Words words_of(Promise promise)
         return {"ProgressInOrder", "progress never falls, stays within 100 and ends with 100"};
     case Promise::SinkMakesNoDifference:
         return {"SinkMakesNoDifference", "without a progress sink the same is done"};
+    case Promise::ThreadMakesNoDifference:
+        return {"ThreadMakesNoDifference", "run by a worker thread the same is done"};
+    case Promise::UndoWithoutRunIsHarmless:
+        return {
+            "UndoWithoutRunIsHarmless", "undo of a command that is listed and did not run changes nothing"};
     case Promise::CancelIsHeeded:
-        return {"CancelIsHeeded", "a request to cancel ends the run as failed"};
+        return {
+            "CancelIsHeeded", "a request to cancel ends the run as failed, and so does the answer Cancel"};
     case Promise::CancelRestores:
         return {"CancelRestores", "after a cancelled run the document is as before it"};
     case Promise::CancelLeavesItUsable:
@@ -51,6 +57,8 @@ Words words_of(Promise promise)
         return {"UnexpectedFailureIsUndone", "undo takes back the half that an unexpected exception left"};
     case Promise::MergeKeepsSteps:
         return {"MergeKeepsSteps", "a merged command is undone and redone as a whole"};
+    case Promise::MergeWaitsForTheRun:
+        return {"MergeWaitsForTheRun", "what was merged, and then cancelled or failed, is not redone"};
     case Promise::MultiUndoRestores:
         return {"MultiUndoRestores", "undoing several commands goes through their states"};
     case Promise::MultiRedoRepeats:
@@ -59,14 +67,21 @@ Words words_of(Promise promise)
         return {"NameStays", "the command has a name, and no run changes it"};
     case Promise::DescriptionStays:
         return {"DescriptionStays", "a redo leaves the description as the first do run left it"};
+    case Promise::TextsAreOneLine:
+        return {"TextsAreOneLine", "name and description have no line breaks"};
     case Promise::IdStays:
         return {"IdStays", "every command has an id of its own, and no run changes it"};
+    case Promise::FlagsStay:
+        return {"FlagsStay", "no run changes the four flags"};
+    case Promise::GoingChangesNothing:
+        return {"GoingChangesNothing", "a command that goes changes nothing"};
     case Promise::OthersUntouched:
         return {"OthersUntouched", "no other document is changed"};
     case Promise::ModifiedStays:
         return {"ModifiedStays", "a document that a command ran on is modified"};
-    case Promise::BusyMarksGo:
-        return {"BusyMarksGo", "no run leaves its document busy"};
+    case Promise::BusyMarksBalance:
+        return {
+            "BusyMarksBalance", "no run leaves its document busy, or takes away a mark that is not its own"};
     case Promise::LogsNothing:
         return {"LogsNothing", "an undisturbed run writes nothing into the error log but its protocol"};
     case Promise::ThrowsNothing:

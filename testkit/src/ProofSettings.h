@@ -24,6 +24,7 @@ struct ProofSettings
     std::vector<Subject> subjects;
     std::set<Promise> exceptions;
     std::vector<std::string> expected_log;
+    bool in_worker = false;
     int rounds = 3;
     int places = 20;
 };

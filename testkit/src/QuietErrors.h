@@ -13,6 +13,9 @@ public:
     QuietErrors(const QuietErrors&) = delete;
     QuietErrors& operator=(const QuietErrors&) = delete;
 
+    /// Whether there were boxes before, and will be again.
+    bool silences_dialogs() const { return m_shows_dialogs; }
+
 private:
     bool m_shows_dialogs;
     std::ostringstream m_discarded;

@@ -26,14 +26,20 @@ void ReportSink::set_percentage(unsigned int percentage)
 {
     m_reports.push_back(percentage);
     request_before(m_reports.size() + 1);
-    if (m_reports.size() == m_disturbance.place) {
+    const bool again = m_disturbance.goes_on && m_reports.size() > m_disturbance.place && percentage < 100;
+    if (m_reports.size() == m_disturbance.place || again) {
         m_disturbance.fail();
     }
 }
 
 void ReportSink::set_text(const QString&) { }
 
-void ReportSink::close_run() { }
+void ReportSink::close_run()
+{
+    if (m_at_close) {
+        m_at_close();
+    }
+}
 
 void ReportSink::request_before(std::size_t place)
 {

@@ -4,6 +4,8 @@
 
 #include <pkBase/AbstractProgress.h>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace tarqa::housekeeping {
@@ -21,6 +23,9 @@ public:
     /// The run is over: nothing is disturbed any more.
     void end();
 
+    /// What is called when a run ends, before its busy mark goes.
+    void at_close(std::function<void()> action) { m_at_close = std::move(action); }
+
     const std::vector<unsigned int>& reports() const { return m_reports; }
 
     void open_run(unsigned int start) override;
@@ -33,6 +38,7 @@ private:
 
     AbstractCommand* m_p_command = nullptr; // not owned
     Disturbance m_disturbance;
+    std::function<void()> m_at_close;
     std::vector<unsigned int> m_reports;
 };
 

@@ -35,6 +35,21 @@ private:
     DocumentId m_id;
 };
 
+/// What is tried with a command that succeeds when nothing disturbs it.
+void try_further(const ProofSettings& settings, Findings& findings, const Subject& subject,
+    const Record& record, bool may_show_boxes)
+{
+    try_disturbed(settings, findings, subject, record);
+    if (may_show_boxes) {
+        try_questions(settings, findings, subject, record);
+    }
+    try_without_run(settings, findings, subject, record);
+    try_letting_go(settings, findings, subject);
+    if (settings.in_worker) {
+        try_in_worker(settings, findings, subject, record);
+    }
+}
+
 } // namespace
 
 struct RoundTripProof::Plan : ProofSettings
@@ -73,6 +88,12 @@ RoundTripProof& RoundTripProof::expect_log(const std::string& part)
     return *this;
 }
 
+RoundTripProof& RoundTripProof::in_worker()
+{
+    m_p_plan->in_worker = true;
+    return *this;
+}
+
 RoundTripProof& RoundTripProof::rounds(int count)
 {
     m_p_plan->rounds = std::max(count, 1);
@@ -97,7 +118,7 @@ std::vector<Breach> RoundTripProof::run()
     for (const Subject& subject : settings.subjects) {
         const Record record = try_whole(settings, findings, subject);
         if (record.usable) {
-            try_disturbed(settings, findings, subject, record);
+            try_further(settings, findings, subject, record, quiet.silences_dialogs());
         }
         if (record.undoable) {
             proper.emplace_back(subject, record);
@@ -115,6 +136,7 @@ std::vector<Breach> RoundTripProof::run()
     }
     m_experiments = findings.experiments;
     m_reports = findings.reports;
+    m_questions = findings.questions;
     return findings.breaches();
 }
 
@@ -126,6 +148,11 @@ int RoundTripProof::experiments() const
 int RoundTripProof::reports() const
 {
     return m_reports;
+}
+
+int RoundTripProof::questions() const
+{
+    return m_questions;
 }
 
 } // namespace tarqa::housekeeping::testkit

@@ -38,13 +38,16 @@ public:
     /// Runs another second one. @return whether it was merged; the run is @p run then
     bool merge(Run& run, const std::string& step, const Disturbance& disturbance = {})
     {
-        const Experiment::Command command = m_experiment.make(m_second);
-        if (!command || !command->validUndo() || m_experiment.is_over()) {
-            return false;
-        }
-        const unsigned long long size = m_experiment.undo_size();
-        run = m_experiment.insert(command, step, disturbance);
-        return !m_experiment.is_over() && m_experiment.undo_size() == size;
+        return merge(step, [&](const Experiment::Command& command) {
+            run = m_experiment.insert(command, step, disturbance);
+        });
+    }
+
+    /// Lists another second one, and keeps it from running.
+    bool merge_without_run(const std::string& step)
+    {
+        return merge(step,
+            [&](const Experiment::Command& command) { m_experiment.insert_without_run(command, step); });
     }
 
     /// Undo and redo of the two as one.
@@ -70,20 +73,52 @@ public:
         }
     }
 
-    /// After the second one's run was broken off, undo and redo of what is left; whether a redo does the
-    /// second one's share, too, is not said.
+    /// After the second one's run was broken off, undo and redo of what is left.
     void go_on_without_second()
     {
-        m_experiment.undo("undo");
-        if (m_experiment.expect_state(m_experiment.fresh(), Promise::MergeKeepsSteps, "undo")
-            && m_experiment.can_redo()) {
+        const std::string before = m_experiment.digest();
+        if (undo_without_second("undo") && m_experiment.can_redo()) {
+            const Run run = m_experiment.redo(m_p_first, "redo");
+            if (m_experiment.expect_done(run, Promise::MergeWaitsForTheRun, "redo")
+                && m_experiment.expect_state(before, Promise::MergeWaitsForTheRun, "redo")) {
+                undo_without_second("undo of the redo");
+            }
+        }
+    }
+
+    /// The same after it was listed and did not run at all, of which no command is told: whether a redo does
+    /// its share is not said.
+    void go_on_without_run()
+    {
+        if (undo_without_second("undo") && m_experiment.can_redo()) {
             m_experiment.redo(m_p_first, "redo");
-            m_experiment.undo("undo of the redo");
-            m_experiment.expect_state(m_experiment.fresh(), Promise::MergeKeepsSteps, "undo of the redo");
+            undo_without_second("undo of the redo");
         }
     }
 
 private:
+    bool undo_without_second(const std::string& step)
+    {
+        m_experiment.undo(step);
+        return m_experiment.expect_state(m_experiment.fresh(), Promise::MergeKeepsSteps, step);
+    }
+
+    template <class Action>
+    bool merge(const std::string& step, const Action& action)
+    {
+        Experiment::Command command = m_experiment.make(m_second);
+        if (!command || !command->validUndo() || m_experiment.is_over()) {
+            return false;
+        }
+        const unsigned long long size = m_experiment.undo_size();
+        action(command);
+        const bool merged = !m_experiment.is_over() && m_experiment.undo_size() == size;
+        if (merged) { // nobody keeps it
+            m_experiment.let_go(command, step + ", let go");
+        }
+        return merged;
+    }
+
     Experiment& m_experiment;
     const Subject& m_second;
     Experiment::Command m_p_first;
@@ -130,6 +165,18 @@ void try_to_merge_disturbed(const ProofSettings& settings, Findings& findings, c
                 "")) {
             pair.go_on_without_second();
         }
+    }
+    experiment.finish();
+}
+
+void try_to_merge_without_run(
+    const ProofSettings& settings, Findings& findings, const Subject& first, const Subject& second)
+{
+    Experiment experiment(
+        settings, findings, label_of(first, second), "merged, the second listed and not run");
+    Pair pair(experiment, first, second);
+    if (pair.begin(false) && pair.merge_without_run("the second")) {
+        pair.go_on_without_run();
     }
     experiment.finish();
 }
@@ -195,6 +242,7 @@ void try_merged(const ProofSettings& settings, Findings& findings, const Subject
     }
     try_to_merge(settings, findings, first, second, 1, true);
     try_to_merge(settings, findings, first, second, 2, false);
+    try_to_merge_without_run(settings, findings, first, second);
     for (const Disturbance::Kind kind : {Disturbance::Cancel, Disturbance::Expected}) {
         for (const std::size_t place : places_of(record.reports.size(), std::min(settings.places, 2))) {
             try_to_merge_disturbed(settings, findings, first, second, record, {kind, place});

@@ -1,7 +1,7 @@
 #include "Experiment.h"
 #include "Experiments.h"
 
-#include <tarqa/housekeeping/AbstractCommand.h>
+#include <tarqa/housekeeping/CompositeCommand.h>
 
 #include <algorithm>
 
@@ -107,6 +107,7 @@ Record try_whole(const ProofSettings& settings, Findings& findings, const Subjec
     {
         Experiment experiment(settings, findings, subject.label, "undisturbed");
         if (const Experiment::Command command = experiment.make(subject)) {
+            record.composite = dynamic_cast<const CompositeCommand*>(command.get()) != nullptr;
             const Run run = experiment.insert(command, "do");
             record.reports = run.reports;
             findings.reports += static_cast<int>(run.reports.size());

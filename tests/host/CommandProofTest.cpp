@@ -18,6 +18,7 @@
 #include "documents/RasterInformation.h"
 #include "documents/TerrainDocument.h"
 #include "documents/TerrainModel.h"
+#include "support/App.h"
 #include "support/LogCapture.h"
 
 #include <tarqa/housekeeping/DataSource.h>
@@ -107,6 +108,7 @@ protected:
         m_proof.modified([](AbstractDocument& document) {
             return dynamic_cast<const TerrainDocument&>(document).is_modified();
         });
+        m_proof.in_worker(); // where the host runs them
     }
 
     RoundTripProof& command(const char* label, const RoundTripProof::MakeCommand& make_command)
@@ -121,6 +123,9 @@ protected:
         EXPECT_GT(m_proof.reports(), 1) << "nothing was cancelled, and nothing failed";
         log.take_all(); // the proof makes commands fail, and judges what that logs by itself
     }
+
+    /// How often the last proof answered a composite's question.
+    int questions() const { return m_proof.questions(); }
 
 private:
     RoundTripProof m_proof{triangulated_document, text_of};
@@ -148,8 +153,10 @@ TEST_F(CommandProof, Clamp)
 
 TEST_F(CommandProof, CleanUp)
 {
+    const support::App app; // it may ask whether to go on
     command("Clean up", maker<terrain::CleanUpCommand>());
     expect_all_promises_kept();
+    EXPECT_GT(questions(), 0);
 }
 
 TEST_F(CommandProof, Crop)

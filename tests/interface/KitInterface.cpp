@@ -42,11 +42,13 @@ INTERFACE_HAS(
 INTERFACE_HAS(RoundTripProof::except, RoundTripProof& (RoundTripProof::*)(Promise, const Text&));
 INTERFACE_HAS(RoundTripProof::modified, RoundTripProof& (RoundTripProof::*)(RoundTripProof::IsModified));
 INTERFACE_HAS(RoundTripProof::expect_log, RoundTripProof& (RoundTripProof::*)(const Text&));
+INTERFACE_HAS(RoundTripProof::in_worker, RoundTripProof& (RoundTripProof::*)());
 INTERFACE_HAS(RoundTripProof::rounds, RoundTripProof& (RoundTripProof::*)(int));
 INTERFACE_HAS(RoundTripProof::places, RoundTripProof& (RoundTripProof::*)(int));
 INTERFACE_HAS(RoundTripProof::run, std::vector<Breach> (RoundTripProof::*)());
 INTERFACE_HAS(RoundTripProof::experiments, int (RoundTripProof::*)() const);
 INTERFACE_HAS(RoundTripProof::reports, int (RoundTripProof::*)() const);
+INTERFACE_HAS(RoundTripProof::questions, int (RoundTripProof::*)() const);
 
 // Surroundings of a test
 

@@ -1,13 +1,13 @@
-#include "support/App.h"
+// docs/testing-a-host.md
 
+//! [includes]
 #include <tarqa/housekeeping/AbstractCommand.h>
 #include <tarqa/housekeeping/CommandManager.h>
-#include <tarqa/housekeeping/ControllerManager.h>
 #include <tarqa/housekeeping/FailedCommandException.h>
 #include <tarqa/testkit/DialogDriver.h>
+#include <tarqa/testkit/FakeController.h>
 #include <tarqa/testkit/FakeDocument.h>
 #include <tarqa/testkit/LogCapture.h>
-#include <tarqa/testkit/PrivateHome.h>
 #include <tarqa/testkit/RoundTripProof.h>
 
 #include <boost/make_shared.hpp>
@@ -16,10 +16,9 @@
 #include <string>
 #include <vector>
 
-// docs/testing-a-host.md
-
 using namespace tarqa::housekeeping;
 using namespace tarqa::housekeeping::testkit;
+//! [includes]
 
 namespace {
 
@@ -58,35 +57,12 @@ private:
     std::string m_old_name;
 };
 
-//! [listener]
-/// Fails a test that leaves an entry in the error log that no LogCapture accounted for.
-class UnannouncedEntries : public testing::EmptyTestEventListener
-{
-    void OnTestEnd(const testing::TestInfo&) override
-    {
-        for (const std::string& line : unannounced_log_lines()) {
-            ADD_FAILURE() << "unannounced entry in the error log: " << line;
-        }
-    }
-};
-//! [listener]
-
 } // namespace
-
-int main(int argc, char** argv)
-{
-    //! [main]
-    const PrivateHome home; // before anything else: logs and preferences go there
-    ControllerManager::instance().init(); // as every host does before its first document
-    testing::InitGoogleTest(&argc, argv);
-    testing::UnitTest::GetInstance()->listeners().Append(new UnannouncedEntries);
-    return RUN_ALL_TESTS();
-    //! [main]
-}
 
 //! [proof]
 TEST(RenameCommand, KeepsItsPromises)
 {
+    FakeController::make_controllers();
     RoundTripProof proof(
         []() -> AbstractDocument& {
             FakeDocument& document = FakeDocument::create();
@@ -97,32 +73,24 @@ TEST(RenameCommand, KeepsItsPromises)
     proof.command("Rename", [](AbstractDocument& document) {
         return boost::make_shared<RenameCommand>(FakeDocument::of(document), "hill");
     });
+    proof.modified([](AbstractDocument& document) { return FakeDocument::of(document).is_modified(); });
     EXPECT_EQ(text_of(proof.run()), "");
+    EXPECT_GT(proof.reports(), 1); // else there is no place in the middle of a run
 }
 //! [proof]
 
 //! [log]
-TEST(RenameCommand, LogsThatANameIsMissing)
-{
-    FakeDocument& document = FakeDocument::create();
-    LogCapture log;
-    CommandManager::instance().insert(boost::make_shared<RenameCommand>(document, ""), false);
-    EXPECT_TRUE(log.take("A valley must have a name"));
-    log.take_all(); // where it was thrown
-}
-//! [log]
-
 TEST(RenameCommand, SaysThatANameIsMissing)
 {
-    const support::App app;
+    FakeController::make_controllers(); // before the first document, as in a host
     FakeDocument& document = FakeDocument::create();
     LogCapture log;
-    //! [dialogs]
     DialogDriver dialogs;
-    dialogs.click(QMessageBox::Ok);
+    dialogs.click(QMessageBox::Ok); // the user's answer to the next box
     CommandManager::instance().insert(boost::make_shared<RenameCommand>(document, ""), false);
     EXPECT_TRUE(dialogs.shown().at(0).text.contains("A valley must have a name"));
     EXPECT_EQ(dialogs.problems(), std::vector<std::string>()); // no dialog was left over, and none was missed
-    //! [dialogs]
-    log.take_all();
+    EXPECT_TRUE(log.take("A valley must have a name")); // what is shown is logged, too
+    log.take_all(); // where it was thrown
 }
+//! [log]

@@ -3,6 +3,7 @@
 #include "RightCommands.h"
 #include "SheetProof.h"
 #include "WrongCommands.h"
+#include "support/App.h"
 
 #include <gtest/gtest.h>
 
@@ -72,6 +73,7 @@ TEST(GuideTables, NameAllPromises)
 
 TEST(GuideTables, SayWhatTheProofSaysOfEachWrongCommand)
 {
+    const support::App app; // composites may ask
     std::string rows;
     for (const sheet::WrongCommand& wrong : sheet::wrong_commands()) {
         const auto breaches = sheet::breaches_of(wrong);

@@ -4,6 +4,7 @@
 #include "RightCommands.h"
 #include "SheetProof.h"
 #include "WrongCommands.h"
+#include "support/App.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,6 +35,7 @@ public:
     { }
     void TestBody() override
     {
+        const support::App app; // composites may ask
         const std::vector<Breach> breaches = sheet::breaches_of(m_wrong);
         SCOPED_TRACE(text_of(breaches));
         const Breach* const p_breach = sheet::breach_of(breaches, m_wrong.promise);
@@ -63,6 +65,7 @@ public:
     { }
     void TestBody() override
     {
+        const support::App app;
         int reports = 0;
         EXPECT_EQ(text_of(sheet::breaches_of(m_right, reports)), "");
         EXPECT_EQ(reports > 0, m_right.reports);

@@ -38,6 +38,45 @@ public:
     }
 };
 
+/// The same where a step may be cancelled: it is merged when it has run.
+class MergesWhatHasRun : public SetCell
+{
+public:
+    explicit MergesWhatHasRun(SheetDocument& document)
+        : SetCell(document, "Type", 1, 1)
+    {
+        m_stack_identical = true;
+    }
+    bool stackWith(CommandPointer sp_newer) override
+    {
+        auto* const p_newer = dynamic_cast<MergesWhatHasRun*>(sp_newer.get());
+        if (!p_newer || !same_cell(*p_newer)) {
+            return false;
+        }
+        p_newer->m_p_older = this;
+        return true;
+    }
+    void rollback() override { undo_command(); }
+
+protected:
+    void do_command() override
+    {
+        progress(0);
+        SetCell::do_command();
+        progress(100);
+    }
+    void finished(bool succeeded) override
+    {
+        if (succeeded && m_p_older) {
+            m_p_older->m_value = m_value;
+        }
+        m_p_older = nullptr;
+    }
+
+private:
+    MergesWhatHasRun* m_p_older = nullptr; // in the history while this one runs
+};
+
 /// Would merge, but each sets another cell.
 class MayNotMerge : public MergesItsSteps
 {
@@ -298,6 +337,118 @@ protected:
     }
 };
 
+/// Asks nothing of its own, but takes back all where no child was done, whatever the user answered.
+class GivesUpWhenAllFail : public SheetComposite
+{
+public:
+    explicit GivesUpWhenAllFail(SheetDocument& document)
+        : SheetComposite(document, "Scale two rows")
+    {
+        add(boost::make_shared<Counts>(document, m_done, 0));
+        add(boost::make_shared<Counts>(document, m_done, 2));
+    }
+
+protected:
+    void do_command() override
+    {
+        m_done = 0;
+        SheetComposite::do_command();
+        if (m_done == 0) {
+            throw housekeeping::FailedCommandException(
+                4711, "nothing could be done", "tests/testkit/RightSpecial", 1);
+        }
+    }
+
+private:
+    class Counts : public ScaleRow
+    {
+    public:
+        Counts(SheetDocument& document, int& done, int row)
+            : ScaleRow(document, "Scale row", row)
+            , m_done(done)
+        { }
+
+    protected:
+        void finished(bool) override { ++m_done; }
+
+    private:
+        int& m_done; // the composite's
+    };
+
+    int m_done = 0;
+};
+
+/// Has a mark for being done, and looks at it before each way.
+class KnowsWhereItIs : public SheetCommand
+{
+public:
+    explicit KnowsWhereItIs(SheetDocument& document)
+        : SheetCommand(document, "Mark heading")
+    { }
+
+protected:
+    void remember() override { }
+    void do_command() override
+    {
+        if (!m_in_place) {
+            m_old_heading = sheet().heading;
+            sheet().heading += "+";
+        }
+        m_in_place = true;
+    }
+    void undo_command() override
+    {
+        if (m_in_place) {
+            sheet().heading = m_old_heading;
+        }
+        m_in_place = false;
+    }
+
+private:
+    std::string m_old_heading;
+    bool m_in_place = false;
+};
+
+/// Counts itself out when it goes; of its sheet it holds nothing then.
+class CleansUpWhenItGoes : public ScaleRow
+{
+public:
+    explicit CleansUpWhenItGoes(SheetDocument& document)
+        : ScaleRow(document, "Scale row")
+    {
+        ++s_alive;
+    }
+    ~CleansUpWhenItGoes() override { --s_alive; }
+
+private:
+    static int s_alive;
+};
+
+int CleansUpWhenItGoes::s_alive = 0;
+
+/// Marks its document as busy once more while it does the one half, and takes that mark away again.
+class NestsItsBusyMark : public ScaleRow
+{
+public:
+    explicit NestsItsBusyMark(SheetDocument& document)
+        : ScaleRow(document, "Scale row")
+    { }
+
+protected:
+    void do_command() override
+    {
+        housekeeping::DocumentManager& manager = housekeeping::DocumentManager::instance();
+        manager.document_busy(document_id(), true);
+        try {
+            ScaleRow::do_command();
+        } catch (...) {
+            manager.document_busy(document_id(), false);
+            throw;
+        }
+        manager.document_busy(document_id(), false);
+    }
+};
+
 } // namespace
 
 void add_right_special(std::vector<RightCommand>& all)
@@ -305,6 +456,8 @@ void add_right_special(std::vector<RightCommand>& all)
     const std::vector<Promise> never_succeeds{Promise::DoSucceeds, Promise::DoChanges, Promise::LogsNothing};
     const std::vector<Promise> changes_nothing{Promise::DoChanges};
     all.push_back(right<MergesItsSteps>("MergesItsSteps", "typing into one cell is one step"));
+    all.push_back(
+        right<MergesWhatHasRun>("MergesWhatHasRun", "the same, where a step may be cancelled", true));
     all.push_back(right<MayNotMerge>("MayNotMerge", "would merge, but sets other cells"));
     all.push_back(right<CompositeOfNeighbours>(
         "CompositeOfNeighbours", "a composite of children that have no cell in common", true));
@@ -328,6 +481,12 @@ void add_right_special(std::vector<RightCommand>& all)
     all.push_back(right<ForgetsLateRequests>(
         "ForgetsLateRequests", "forgets a request to cancel that came too late", true));
     all.push_back(right<TalksALot>("TalksALot", "says what it does, in an undo run too", true));
+    all.push_back(right<GivesUpWhenAllFail>(
+        "GivesUpWhenAllFail", "a composite that fails where none of its children is done", true));
+    all.push_back(right<KnowsWhereItIs>("KnowsWhereItIs", "knows whether it is done, and does no way twice"));
+    all.push_back(right<CleansUpWhenItGoes>("CleansUpWhenItGoes", "counts itself out when it goes", true));
+    all.push_back(right<NestsItsBusyMark>(
+        "NestsItsBusyMark", "sets a busy mark of its own, and takes it away on every way out", true));
 }
 
 } // namespace sheet

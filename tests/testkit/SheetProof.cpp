@@ -22,6 +22,7 @@ std::vector<Breach> breaches_of(
     proof.modified([](AbstractDocument& of) { return dynamic_cast<SheetDocument&>(of).is_modified(); });
     proof.command(command.name,
         [&command](AbstractDocument& of) { return command.make(dynamic_cast<SheetDocument&>(of)); });
+    proof.in_worker();
     for (const Promise promise : command.left_out) {
         proof.except(promise, "it does not make this promise");
     }

@@ -8,6 +8,7 @@ const std::vector<WrongCommand>& wrong_commands()
         std::vector<WrongCommand> all;
         add_wrong_undo(all);
         add_wrong_endings(all);
+        add_wrong_answers(all);
         add_wrong_merges(all);
         add_wrong_manners(all);
         return all;

@@ -44,6 +44,7 @@ WrongCommand wrong(const char* name, const char* fault, Promise promise, const c
 // The parts of the catalogue; each adds its commands.
 void add_wrong_undo(std::vector<WrongCommand>& all);
 void add_wrong_endings(std::vector<WrongCommand>& all);
+void add_wrong_answers(std::vector<WrongCommand>& all);
 void add_wrong_manners(std::vector<WrongCommand>& all);
 void add_wrong_merges(std::vector<WrongCommand>& all);
 

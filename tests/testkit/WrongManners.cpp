@@ -3,6 +3,7 @@
 #include "SheetCommand.h"
 #include "WrongCommands.h"
 
+#include <tarqa/housekeeping/CompositeCommand.h>
 #include <tarqa/housekeeping/DocumentManager.h>
 
 #include <boost/make_shared.hpp>
@@ -124,6 +125,150 @@ protected:
         manager.document_busy(document_id(), true);
         ScaleRow::do_command();
         manager.document_busy(document_id(), false);
+    }
+};
+
+/// Takes a busy mark away at its end, "to be tidy": it is the run's own.
+class TakesTheRunsBusyMark : public SetCell
+{
+public:
+    explicit TakesTheRunsBusyMark(SheetDocument& document)
+        : SetCell(document, "Set cell", 0, 0)
+    { }
+
+protected:
+    void do_command() override
+    {
+        SetCell::do_command();
+        housekeeping::DocumentManager::instance().document_busy(document_id(), false);
+    }
+};
+
+/// Keeps the old value in a place of the thread that runs it: another thread, which undoes it, finds nothing.
+class KeepsItInItsThread : public SetCell
+{
+public:
+    explicit KeepsItInItsThread(SheetDocument& document)
+        : SetCell(document, "Set cell", 0, 0)
+    { }
+
+protected:
+    void remember() override { old_values()[id()] = cell(); }
+    void undo_command() override
+    {
+        const auto old = old_values().find(id());
+        if (old != old_values().end()) {
+            cell() = old->second;
+        }
+    }
+
+private:
+    static std::map<housekeeping::CommandId, double>& old_values()
+    {
+        thread_local std::map<housekeeping::CommandId, double> t_old_values;
+        return t_old_values;
+    }
+};
+
+/// Finds out while it runs that it need not be kept: that was asked before.
+class DecidesTooLateNotToBeKept : public SetCell
+{
+public:
+    explicit DecidesTooLateNotToBeKept(SheetDocument& document)
+        : SetCell(document, "Set cell", 0, 0)
+    { }
+
+protected:
+    void do_command() override
+    {
+        SetCell::do_command();
+        m_valid_undo = false;
+    }
+};
+
+/// Puts the cell back when it goes undone, "to be sure": by then it is another command's.
+class RestoresWhenItGoes : public SetCell
+{
+public:
+    explicit RestoresWhenItGoes(SheetDocument& document)
+        : SetCell(document, "Set cell", 0, 0)
+        , m_first_value(cell())
+    { }
+    ~RestoresWhenItGoes() override
+    {
+        const housekeeping::DocumentManager& manager = housekeeping::DocumentManager::const_instance();
+        if (manager.document_exists(document_id())) {
+            cell() = m_first_value;
+        }
+    }
+
+private:
+    double m_first_value;
+};
+
+/// Takes the preview away when it goes, which was taken over into the sheet.
+class TakesItsPreviewAway : public SheetCommand
+{
+public:
+    explicit TakesItsPreviewAway(SheetDocument& document)
+        : SheetCommand(document, "Add mark")
+        , m_mark({sheet().fresh_number(), "rock", 2})
+    {
+        m_valid_undo = false; // "there is nothing to undo in a preview"
+    }
+    ~TakesItsPreviewAway() override
+    {
+        if (housekeeping::DocumentManager::const_instance().document_exists(document_id())) {
+            undo_command();
+        }
+    }
+
+protected:
+    void do_command() override { sheet().marks.push_back(m_mark); }
+    void undo_command() override
+    {
+        std::vector<Mark>& marks = sheet().marks;
+        const auto is_ours = [this](const Mark& mark) { return mark.number == m_mark.number; };
+        marks.erase(std::remove_if(marks.begin(), marks.end(), is_ours), marks.end());
+    }
+
+private:
+    Mark m_mark;
+};
+
+/// Its name comes from a file, with the end of the line.
+class HasANameOfTwoLines : public SetCell
+{
+public:
+    explicit HasANameOfTwoLines(SheetDocument& document)
+        : SetCell(document, "Set cell\nof line 1", 0, 0)
+    { }
+};
+
+/// Lists what came out, a line each.
+class DescribesItselfInLines : public SetCell
+{
+public:
+    explicit DescribesItselfInLines(SheetDocument& document)
+        : SetCell(document, "Set cell", 0, 0)
+    { }
+
+protected:
+    void do_command() override
+    {
+        SetCell::do_command();
+        setDescription("1 cell\n0 marks");
+    }
+};
+
+/// A composite whose child has a name of two lines.
+class HasAChildOfTwoLines : public housekeeping::CompositeCommand
+{
+public:
+    explicit HasAChildOfTwoLines(SheetDocument& document)
+        : CompositeCommand(document.id(), "Set cells", false)
+    {
+        push_back(boost::make_shared<HasANameOfTwoLines>(document));
     }
 };
 
@@ -276,14 +421,33 @@ void add_wrong_manners(std::vector<WrongCommand>& all)
         "RenamesItself", "each run changes its name", Promise::NameStays, "undisturbed, do"));
     all.push_back(wrong<HasNoName>("HasNoName", "has no name", Promise::NameStays, "undisturbed, made"));
     all.push_back(wrong<CopiesAPrototype>(
-        "CopiesAPrototype", "is copied from a prototype, with its id", Promise::IdStays, "several, made"));
+        "CopiesAPrototype", "is copied from a prototype, with its id", Promise::IdStays, "let go, made"));
     all.push_back(wrong<HidesItsChange>(
         "HidesItsChange", "says that there is nothing to save", Promise::ModifiedStays, "undisturbed, do"));
+    all.push_back(wrong<HasANameOfTwoLines>(
+        "HasANameOfTwoLines", "has a line break in its name", Promise::TextsAreOneLine, "undisturbed, made"));
+    all.push_back(wrong<DescribesItselfInLines>("DescribesItselfInLines",
+        "each run makes a description of two lines", Promise::TextsAreOneLine, "undisturbed, do"));
+    all.push_back(wrong<HasAChildOfTwoLines>("HasAChildOfTwoLines",
+        "a composite with a child that has a line break in its name", Promise::TextsAreOneLine,
+        "undisturbed, made"));
+    all.push_back(wrong<DecidesTooLateNotToBeKept>("DecidesTooLateNotToBeKept",
+        "takes m_valid_undo back while it runs, which is too late", Promise::FlagsStay, "undisturbed, do"));
+    all.push_back(wrong<RestoresWhenItGoes>("RestoresWhenItGoes",
+        "puts the cell back when it goes, also where another command has set it since",
+        Promise::GoingChangesNothing, "let go, after an undo and another one"));
+    all.push_back(wrong<TakesItsPreviewAway>("TakesItsPreviewAway", "is not kept, and takes its mark with it",
+        Promise::GoingChangesNothing, "let go, after the run"));
+    all.push_back(
+        wrong<KeepsItInItsThread>("KeepsItInItsThread", "keeps the old value in the thread that runs it",
+            Promise::ThreadMakesNoDifference, "in a worker thread, undo 1"));
     all.push_back(
         wrong<HasNoSize>("HasNoSize", "says that it has no steps", Promise::LogsNothing, "undisturbed, do"));
     all.push_back(wrong<StaysBusy>("StaysBusy",
-        "marks its document as busy itself, and leaves the mark when it is cancelled", Promise::BusyMarksGo,
-        "cancelled at report 1"));
+        "marks its document as busy itself, and leaves the mark when it is cancelled",
+        Promise::BusyMarksBalance, "cancelled at report 1"));
+    all.push_back(wrong<TakesTheRunsBusyMark>("TakesTheRunsBusyMark", "takes the busy mark of its run away",
+        Promise::BusyMarksBalance, "undisturbed, do"));
     all.push_back(wrong<ThrowsWhenFinished>(
         "ThrowsWhenFinished", "its finished() throws", Promise::ThrowsNothing, "undisturbed, do"));
 }

@@ -101,11 +101,43 @@ public:
 protected:
     void remember() override { m_old_heading = sheet().heading; }
     void do_command() override { sheet().heading += m_text; }
-    void undo_command() override { sheet().heading = m_old_heading; }
+    void undo_command() override
+    {
+        if (!m_old_heading.empty()) { // it has run
+            sheet().heading = m_old_heading;
+        }
+    }
 
 private:
     std::string m_text;
     std::string m_old_heading;
+};
+
+/// Takes the newer one's value in before that has run: a redo does what was cancelled.
+class MergeDoesNotWait : public Typing
+{
+public:
+    explicit MergeDoesNotWait(SheetDocument& document)
+        : Typing(document, 1)
+    { }
+    bool stackWith(CommandPointer sp_newer) override
+    {
+        const auto* const p_newer = dynamic_cast<const MergeDoesNotWait*>(sp_newer.get());
+        if (!p_newer) {
+            return false;
+        }
+        m_value = p_newer->m_value;
+        return true;
+    }
+    void rollback() override { undo_command(); }
+
+protected:
+    void do_command() override
+    {
+        progress(0);
+        Typing::do_command();
+        progress(100);
+    }
 };
 
 /// Says that it cannot be merged, and has merged all the same.
@@ -164,6 +196,39 @@ public:
     bool stackWith(CommandPointer) override { throw std::logic_error("cannot be merged"); }
 };
 
+/// Appends a letter to the heading, and takes in how many the newer ones append: undo takes that many away,
+/// whether they ran or not.
+class MergeCountsWhatDidNotRun : public SheetCommand
+{
+public:
+    explicit MergeCountsWhatDidNotRun(SheetDocument& document)
+        : SheetCommand(document, "Type")
+    {
+        m_stack_identical = true;
+    }
+    bool stackWith(CommandPointer sp_newer) override
+    {
+        const auto* const p_newer = dynamic_cast<const MergeCountsWhatDidNotRun*>(sp_newer.get());
+        m_letters += p_newer ? p_newer->m_letters : 0;
+        return p_newer != nullptr;
+    }
+
+protected:
+    void remember() override { m_done = true; }
+    void do_command() override { sheet().heading.append(m_letters, 'a'); }
+    void undo_command() override
+    {
+        if (m_done) {
+            sheet().heading.resize(sheet().heading.size() - m_letters);
+        }
+        m_done = false;
+    }
+
+private:
+    std::size_t m_letters = 1;
+    bool m_done = false;
+};
+
 } // namespace
 
 void add_wrong_merges(std::vector<WrongCommand>& all)
@@ -180,6 +245,9 @@ void add_wrong_merges(std::vector<WrongCommand>& all)
     all.push_back(wrong<MergeDoesTheStepItself>("MergeDoesTheStepItself",
         "does the newer command's step in stackWith(), though that runs by itself", Promise::MergeKeepsSteps,
         "merged, redo 1", {Promise::MultiRedoRepeats}));
+    all.push_back(wrong<MergeDoesNotWait>("MergeDoesNotWait",
+        "absorbs the newer command before that has run, so redo does what was cancelled",
+        Promise::MergeWaitsForTheRun, "merged, the second cancelled at report 1"));
     all.push_back(
         wrong<MergeRefusesTooLate>("MergeRefusesTooLate", "absorbs the newer command and returns false",
             Promise::MultiRedoRepeats, "several, at first, redo 1"));
@@ -188,6 +256,9 @@ void add_wrong_merges(std::vector<WrongCommand>& all)
         "merged, undo 1", {Promise::MultiUndoRestores}));
     all.push_back(wrong<ThrowsInStackWith>(
         "ThrowsInStackWith", "its stackWith() throws", Promise::ThrowsNothing, "merged, the second"));
+    all.push_back(wrong<MergeCountsWhatDidNotRun>("MergeCountsWhatDidNotRun",
+        "takes in what the newer command is going to do, and undoes it where that did not run",
+        Promise::MergeKeepsSteps, "merged, the second listed and not run, undo"));
 }
 
 } // namespace sheet

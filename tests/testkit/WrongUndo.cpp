@@ -220,6 +220,7 @@ class RedoMakesANewNumber : public SheetCommand
 public:
     explicit RedoMakesANewNumber(SheetDocument& document)
         : SheetCommand(document, "Add mark")
+        , m_before(sheet().marks.size())
     { }
 
 protected:
@@ -228,7 +229,7 @@ protected:
     void undo_command() override { sheet().marks.resize(m_before); }
 
 private:
-    std::size_t m_before = 0;
+    std::size_t m_before;
 };
 
 /// Undo removes all marks of that text, also those that were there before.
@@ -416,6 +417,53 @@ protected:
     }
 };
 
+/// Undo takes the last mark away, also where none was added: the command reports nothing, so it is never
+/// rolled back, but it may be listed and kept from running.
+class UndoesWhatItNeverDid : public SheetCommand
+{
+public:
+    explicit UndoesWhatItNeverDid(SheetDocument& document)
+        : SheetCommand(document, "Add mark")
+        , m_mark({sheet().fresh_number(), "rock", 2})
+    { }
+
+protected:
+    void remember() override { }
+    void do_command() override { sheet().marks.push_back(m_mark); }
+    void undo_command() override { sheet().marks.pop_back(); }
+
+private:
+    Mark m_mark;
+};
+
+/// Undo exchanges the old cells with the new ones, also where the old ones are in place already.
+class ExchangesOnceTooOften : public SheetCommand
+{
+public:
+    explicit ExchangesOnceTooOften(SheetDocument& document)
+        : SheetCommand(document, "Square")
+    { }
+
+protected:
+    void remember() override { m_other.clear(); }
+    void do_command() override
+    {
+        for (const double value : sheet().cells) {
+            m_other.push_back(value * value);
+        }
+        m_other.swap(sheet().cells);
+    }
+    void undo_command() override
+    {
+        if (!m_other.empty()) { // it has run
+            m_other.swap(sheet().cells);
+        }
+    }
+
+private:
+    std::vector<double> m_other; // the old cells while the new ones are in place
+};
+
 } // namespace
 
 void add_wrong_undo(std::vector<WrongCommand>& all)
@@ -442,7 +490,7 @@ void add_wrong_undo(std::vector<WrongCommand>& all)
         "UndoesItsStepsInOrder", "takes its two steps back oldest first", Promise::UndoRestores, undo));
     all.push_back(wrong<UndoWorksOnce>("UndoWorksOnce",
         "moves what it kept into the document, and has nothing for the next undo", Promise::UndoRestores,
-        "undo 2"));
+        "undo 2", {Promise::UndoWithoutRunIsHarmless}));
     all.push_back(wrong<SharesWhatItKeeps>("SharesWhatItKeeps",
         "keeps the old value in a static member, one for all instances", Promise::MultiUndoRestores,
         "several, at first, undo 2 of 3"));
@@ -458,7 +506,9 @@ void add_wrong_undo(std::vector<WrongCommand>& all)
         "redo 2", {Promise::MultiRedoRepeats}));
     all.push_back(wrong<UndoesWhatWasRolledBack>("UndoesWhatWasRolledBack",
         "undo takes the last mark away, also after a run that was rolled back", Promise::CancelLeavesItUsable,
-        "cancelled at report 1", {Promise::FailureLeavesItUsable, Promise::UnexpectedFailureIsUndone}));
+        "cancelled at report 1",
+        {Promise::FailureLeavesItUsable, Promise::UnexpectedFailureIsUndone,
+            Promise::UndoWithoutRunIsHarmless}));
     all.push_back(wrong<ThrowsWhenThereIsNothingToUndo>("ThrowsWhenThereIsNothingToUndo",
         "undo throws after a run that was rolled back", Promise::UndoNeverFails, "cancelled at report 1"));
     all.push_back(wrong<UndoesWholeRunsOnly>("UndoesWholeRunsOnly",
@@ -466,6 +516,12 @@ void add_wrong_undo(std::vector<WrongCommand>& all)
         "std::runtime_error at report 2"));
     all.push_back(wrong<UndoCanBeCancelled>("UndoCanBeCancelled", "undo reports its progress",
         Promise::UndoReportsNothing, undo, {Promise::UndoNeverFails, Promise::UndoRestores}));
+    all.push_back(wrong<UndoesWhatItNeverDid>("UndoesWhatItNeverDid",
+        "undo takes the last mark away, also before the command ran", Promise::UndoWithoutRunIsHarmless,
+        "listed and not run, undo"));
+    all.push_back(wrong<ExchangesOnceTooOften>("ExchangesOnceTooOften",
+        "undo exchanges old and new, also where the old is in place already",
+        Promise::UndoWithoutRunIsHarmless, "a redo that is listed and not run, undo"));
 }
 
 } // namespace sheet

@@ -96,6 +96,7 @@ public:
         : AbstractCommand(document.id(), "Add borehole")
         , m_document(document)
         , m_name(name)
+        , m_size_before(document.names().size()) // for an undo without a run
     {
         setDescription(name.toStdString());
     }
@@ -112,7 +113,7 @@ protected:
 private:
     BoreholesDocument& m_document; // not owned; its undo history owns this command
     QString m_name;
-    int m_size_before = 0;
+    int m_size_before;
 };
 //! [command]
 

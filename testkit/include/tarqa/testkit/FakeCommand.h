@@ -35,6 +35,7 @@ protected:
     void remember() override;
     void do_command() override;
     void undo_command() override;
+    void finished(bool succeeded) override;
 
 private:
     /// A value, or that there is none of that name.
@@ -47,6 +48,7 @@ private:
     std::string m_name;
     Value m_new;
     Value m_old;
+    FakeCommand* m_p_older = nullptr; // into which this one goes when it has run; in the history until then
 };
 
 } // namespace tarqa::housekeeping::testkit

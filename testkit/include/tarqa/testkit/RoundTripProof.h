@@ -36,18 +36,24 @@ namespace tarqa::housekeeping::testkit {
  * Each experiment begins with fresh documents and goes through the command manager, as a host does. A command
  * is done, undone and redone several times; run without a progress sink; cancelled at its progress reports
  * and made to fail at them, in a first run and in a redo, with a FailedCommandException and with exceptions
- * that nobody expects (a std::runtime_error, a std::bad_alloc, a HousekeepingException); and run after other
- * commands, merged where it lets itself be merged, and undone and redone with them. See Promise for what is
- * looked at.
+ * that nobody expects (a std::runtime_error, a std::bad_alloc, a HousekeepingException); listed in the
+ * history and kept from running, as by a subscriber that throws; let go; and run after other commands, merged
+ * where it lets itself be merged, and undone and redone with them. See Promise for what is looked at.
  *
  * What it cannot see: a command that hangs (the proof hangs with it; give the test a time limit), what the
  * digest leaves out, what goes wrong between two progress reports (a command that reports nothing is neither
- * cancelled nor made to fail: reports() says so), and another thread's view of the document during a run.
+ * cancelled nor made to fail: reports() says so), a redo after an undo that was kept from running, and data
+ * races: run the test under ThreadSanitizer for these.
  *
  * The exceptions that nobody expects take the road of a fatal error. That empties the error log, writes to
  * std::cerr (which the proof discards meanwhile) and calls the function that leaves the main loop, so the
- * proof is not to be run inside a program's main loop. No box is shown. A composite that asks whether to go
- * on after a failed child is answered with going on.
+ * proof is not to be run inside a program's main loop.
+ *
+ * A composite asks whether to go on after a child that failed. In a program with a QApplication, that allows
+ * boxes (see ErrorHandler::show_dialogs()), each composite is tried with the answers Cancel, Yes and Yes to
+ * All: the box appears, and the proof clicks; any other box in these runs is answered with Ok or No. No other
+ * DialogDriver may live meanwhile. Without a QApplication nothing can be asked, and the only answer is going
+ * on; questions() is 0 then. Apart from that no box is shown.
  *
  * Main thread, because documents are made and destroyed. What the makers throw goes to the caller of run().
  */
@@ -84,6 +90,10 @@ public:
     RoundTripProof& modified(IsModified is_modified);
     /// Entries of the error log that hold @p part are expected from an undisturbed run.
     RoundTripProof& expect_log(const std::string& part);
+    /// Also tries whether a worker thread does the same, for commands that are run beside the window: do and
+    /// redo there, undo in the main thread, which waits meanwhile without an event loop. Subscribers and the
+    /// document hear of the runs in the worker.
+    RoundTripProof& in_worker();
     /// How often a command is undone and redone; 3 unless said otherwise, 1 at least.
     RoundTripProof& rounds(int count);
     /// At how many of its progress reports a command is disturbed at most; 20 unless said otherwise. Of more
@@ -98,6 +108,8 @@ public:
     int experiments() const;
     /// How often the commands of the last run() reported progress in their undisturbed first runs.
     int reports() const;
+    /// How many questions of composites the last run() answered; 0 where no box can be shown.
+    int questions() const;
 
 private:
     struct Plan;
@@ -105,6 +117,7 @@ private:
     std::unique_ptr<Plan> m_p_plan;
     int m_experiments = 0;
     int m_reports = 0;
+    int m_questions = 0;
 };
 
 } // namespace tarqa::housekeeping::testkit
