@@ -10,6 +10,8 @@ endfunction()
 
 new(command AddWell --into "${source}")
 new(document Survey --into "${source}" --namespace field::survey)
+new(command RenameSurvey --into "${source}" --document Survey)
+new(command CloseSurvey --into "${source}" --document Survey --namespace field)
 new(controller WellsController --into "${source}")
 new(presentation WellsView --into "${source}" --namespace field)
 new(panel Wells --into "${source}")
@@ -21,11 +23,21 @@ execute_process(COMMAND "${CMAKE_CTEST_COMMAND}" --test-dir "${source}-build" --
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "the tests of the new classes failed:\n${output}")
 endif()
-foreach(class IN ITEMS AddWell Survey WellsController WellsView Wells WellPreferences)
+foreach(class IN ITEMS AddWell Survey RenameSurvey CloseSurvey WellsController WellsView Wells WellPreferences)
     if(NOT output MATCHES " ${class}(Test)?[.]")
         message(FATAL_ERROR "${class} was not tested:\n${output}")
     endif()
 endforeach()
+
+# expect_namespace(<class> <namespace>): a command is where its document is, unless it is told where to be.
+function(expect_namespace class namespace)
+    file(READ "${source}/${class}.h" text)
+    if(NOT text MATCHES "\nnamespace ${namespace} {\n" OR NOT text MATCHES "Survey& document,")
+        message(FATAL_ERROR "${class} is not in ${namespace}, or takes no Survey:\n${text}")
+    endif()
+endfunction()
+expect_namespace(RenameSurvey field::survey)
+expect_namespace(CloseSurvey field)
 
 # In a project of the author's own nothing is changed.
 file(WRITE "${WORK_DIR}/own host/CMakeLists.txt" "project(own)\n")
