@@ -21,6 +21,7 @@ public:
         InEachThread
     };
 
+    /// @param order of the numbers, for as long as the object lives
     explicit IdCreator(Order order = Order::InTime);
     IdCreator(const IdCreator&) = delete; // a copy would hand out the same numbers again
     IdCreator& operator=(const IdCreator&) = delete;
