@@ -26,8 +26,9 @@ std::string choose(const std::string& base, const std::string& head);
 
 /// Appends @p text, or replaces the whole content by it. A file that is new or empty is closed to other
 /// users; one that is not this user's, or has a second name, is not touched. Where only the user may put
-/// anything into the directory, the latter is found out once in a hundredth of a second at most. One caller
-/// at a time: under the log's mutex. @return false if it could not be written as a whole
+/// anything into the directory, entries that follow each other closely look for the owner and for a second
+/// name again only after a hundredth of a second. One caller at a time: under the log's mutex. @return false
+/// if it could not be written as a whole
 bool write(const std::string& file, std::string_view text, bool empty_first);
 
 // The platform's part:

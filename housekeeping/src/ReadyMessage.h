@@ -17,7 +17,8 @@ namespace tarqa::housekeeping {
  *
  * Nobody is to see it stay: when a subscriber took hold of the object itself, by a QPointer, a connection to
  * its signals, a property, a name, a child, a parent or an event, it goes as a message always does, and the
- * next one is new.
+ * next one is new. Qt does not tell of two things, which docs/messages.md rules out therefore: connections
+ * that name it as the receiver, and event filters. Its class is derived from the message's, too.
  */
 template <class Message, message_memory::Kind kind>
 class ReadyMessage
